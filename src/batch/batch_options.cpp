@@ -1,0 +1,82 @@
+#include "batch/batch_options.h"
+
+#include <set>
+
+#include "core/numbers.h"
+
+namespace osm::batch {
+
+namespace {
+
+int integerArg(const std::string& opt, const std::string& text) {
+    if (!IsNumber(text) || Val(text) != static_cast<double>(static_cast<long>(Val(text))))
+        throw UsageError{opt + " needs a whole number, not '" + text + "'"};
+    return static_cast<int>(Val(text));
+}
+
+std::vector<int> listArg(const std::string& opt, const std::string& text) {
+    std::vector<int> out;
+    size_t start = 0;
+    while (start <= text.size()) {
+        const size_t comma = text.find(',', start);
+        const std::string item = text.substr(start, comma == std::string::npos ? std::string::npos : comma - start);
+        out.push_back(integerArg(opt, item));
+        if (comma == std::string::npos) break;
+        start = comma + 1;
+    }
+    return out;
+}
+
+}  // namespace
+
+std::string UsageText() {
+    return "usage: osm-batch [options]\n"
+           "Runs the Ostrel Gorge Ecosystem Model without the desktop program.\n\n"
+           "  --folder DIR          program folder (default: the repository's data/)\n"
+           "  --phys-only           run the physical model only\n"
+           "  --start-year YY       first calendar year, two digits from 1900 (default 48)\n"
+           "  --years N             years to simulate (default 50)\n"
+           "  --overlay             run twice, the second as the overlaid run\n"
+           "  --dump FILE           write the results dump (all variables and reaches\n"
+           "                        unless --vars / --reaches choose)\n"
+           "  --vars LIST           comma list of graph-table rows for the dump (from 0;\n"
+           "                        see --list-vars)\n"
+           "  --reaches LIST        comma list of reach numbers for the dump\n"
+           "  --csv FILE            every stored value in long form:\n"
+           "                        run,var,sub,reach,month,value\n"
+           "  --phy, --bhp, --fis, --rec, --trb, --exp, --grs, --reach-breaks FILE\n"
+           "                        use FILE instead of the default file of that kind\n"
+           "  --list-vars           list the graph-table rows after start-up and stop\n"
+           "  --help                this text\n\n"
+           "Exit status: 0 success, 1 fault, 2 bad usage.\n";
+}
+
+Options ParseOptions(int argc, char** argv, const std::string& defaultFolder) {
+    static const std::set<std::string> fileKinds = {"phy", "bhp", "fis", "rec", "trb",
+                                                    "exp", "grs", "reach-breaks"};
+    Options o;
+    o.folder = defaultFolder;
+    for (int i = 1; i < argc; ++i) {
+        const std::string a = argv[i];
+        auto value = [&]() -> std::string {
+            if (i + 1 >= argc) throw UsageError{a + " needs a value"};
+            return argv[++i];
+        };
+        if (a == "--help" || a == "-h") o.help = true;
+        else if (a == "--folder") o.folder = value();
+        else if (a == "--phys-only") o.physOnly = true;
+        else if (a == "--start-year") o.startYear = integerArg(a, value());
+        else if (a == "--years") o.years = integerArg(a, value());
+        else if (a == "--overlay") o.overlay = true;
+        else if (a == "--dump") o.dumpFile = value();
+        else if (a == "--csv") o.csvFile = value();
+        else if (a == "--vars") o.vars = listArg(a, value());
+        else if (a == "--reaches") o.reaches = listArg(a, value());
+        else if (a == "--list-vars") o.listVars = true;
+        else if (a.rfind("--", 0) == 0 && fileKinds.count(a.substr(2))) o.files[a.substr(2)] = value();
+        else throw UsageError{"unknown option '" + a + "'"};
+    }
+    return o;
+}
+
+}  // namespace osm::batch

@@ -1,0 +1,32 @@
+#pragma once
+// The command line of osm-batch.
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace osm::batch {
+
+struct Options {
+    std::string folder;
+    bool physOnly = false;
+    std::optional<int> startYear;
+    std::optional<int> years;
+    bool overlay = false;
+    std::string dumpFile;
+    std::string csvFile;
+    std::optional<std::vector<int>> vars;     // graph-table rows, from 0
+    std::optional<std::vector<int>> reaches;  // reach numbers
+    std::map<std::string, std::string> files;  // replaced default files by kind
+    bool listVars = false;
+    bool help = false;
+};
+
+// Parses argv; a bad command line throws UsageError with the reason.
+struct UsageError {
+    std::string text;
+};
+Options ParseOptions(int argc, char** argv, const std::string& defaultFolder);
+std::string UsageText();
+
+}  // namespace osm::batch

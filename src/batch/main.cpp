@@ -1,0 +1,145 @@
+// osm-batch: scripted runs of the model on a program folder.
+#include <cstdio>
+#include <iostream>
+#include <map>
+
+#include "batch/batch_options.h"
+#include "batch/progress_bar.h"
+#include "core/fault.h"
+#include "core/model.h"
+#include "core/numbers.h"
+#include "core/run_driver.h"
+#include "core/start_up.h"
+#include "presentation/graph_table.h"
+#include "presentation/results_csv.h"
+#include "presentation/results_dump.h"
+
+namespace {
+
+using namespace osm;
+
+// Model messages go to stderr and are counted by kind for the summary.
+class CountingMessages : public MessageSink {
+public:
+    explicit CountingMessages(batch::ProgressBar& bar) : bar_(bar) {}
+    void Show(const ModelMessage& msg) override {
+        bar_.Finish();
+        std::cerr << "osm-batch: " << (msg.title.empty() ? "" : msg.title + ": ") << msg.text
+                  << (msg.detail.empty() ? "" : " (" + msg.detail + ")") << "\n";
+        ++counts_[msg.kind];
+    }
+    void Summary() const {
+        if (counts_.empty()) return;
+        std::cerr << "osm-batch: model messages:";
+        for (const auto& [kind, n] : counts_) std::cerr << " " << n << " " << kind << ";";
+        std::cerr << "\n";
+    }
+
+private:
+    batch::ProgressBar& bar_;
+    std::map<std::string, int> counts_;
+};
+
+class BatchObserver : public RunObserver {
+public:
+    BatchObserver(const Model& m, batch::ProgressBar& bar) : m_(m), bar_(bar) {}
+    void ShowProgress(const std::string& year, const std::string& month) override {
+        const int y = static_cast<int>(Val(year));
+        bar_.Show(m_.main.CumMonth, m_.main.NYears * 12, NumText(y < 100 ? 1900 + y : y) + " " + month);
+    }
+
+private:
+    const Model& m_;
+    batch::ProgressBar& bar_;
+};
+
+void chooseDump(Model& m, const batch::Options& o) {
+    Graphs& g = m.graphs;
+    const int rows = GraphRowCount(g);
+    for (int i = 0; i < rows; ++i) g.DumpVar(i) = !o.vars;
+    if (o.vars)
+        for (int i : *o.vars) {
+            if (i < 0 || i >= rows)
+                throw batch::UsageError{"--vars: row " + NumText(i) + " is not in 0.." + NumText(rows - 1)};
+            g.DumpVar(i) = true;
+        }
+    for (int r = m.main.FirstReach; r <= m.main.LastReach; ++r) g.DumpReach(r) = !o.reaches;
+    if (o.reaches)
+        for (int r : *o.reaches) {
+            if (r < m.main.FirstReach || r > m.main.LastReach)
+                throw batch::UsageError{"--reaches: reach " + NumText(r) + " is not in " +
+                                        NumText(m.main.FirstReach) + ".." + NumText(m.main.LastReach)};
+            g.DumpReach(r) = true;
+        }
+}
+
+void listVars(const Model& m) {
+    const Graphs& g = m.graphs;
+    int row = 0;
+    for (int v = 1; v <= g.NVars; ++v)
+        for (int s = 1; s <= g.VarSets(v); ++s, ++row)
+            std::cout << row << "\tvar " << v << " set " << s << "\t" << GraphRowLabel(g, v, s) << "\n";
+}
+
+void writeOutputs(Model& m, const batch::Options& o) {
+    if (!o.dumpFile.empty()) DumpResults(m, o.dumpFile);
+    if (!o.csvFile.empty()) WriteResultsCsv(m, o.csvFile);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    batch::Options o;
+    try {
+        o = batch::ParseOptions(argc, argv, OSM_DEFAULT_FOLDER);
+    } catch (const batch::UsageError& e) {
+        std::cerr << "osm-batch: " << e.text << "\n" << batch::UsageText();
+        return 2;
+    }
+    if (o.help) {
+        std::cout << batch::UsageText();
+        return 0;
+    }
+    batch::ProgressBar bar(stderr);
+    CountingMessages messages(bar);
+    Model m;
+    m.messages = &messages;
+    try {
+        StartUp(m, StartOptions{o.folder, o.physOnly, o.files});
+        if (o.listVars) {
+            listVars(m);
+            return 0;
+        }
+        chooseDump(m, o);
+    } catch (const batch::UsageError& e) {
+        std::cerr << "osm-batch: " << e.text << "\n";
+        return 2;
+    } catch (const std::exception& e) {
+        std::cerr << "osm-batch: start-up failed: " << e.what() << "\n";
+        return 1;
+    }
+    const int startYr = o.startYear.value_or(m.main.StartYr);
+    const int years = o.years.value_or(m.main.NYears);
+    BatchObserver observer(m, bar);
+    int status = 0;
+    try {
+        StartRun(m, observer, startYr, years);
+        if (o.overlay) {
+            m.main.Overlay = true;
+            StartRun(m, observer, startYr, years);
+        }
+        bar.Finish();
+    } catch (const std::exception& e) {
+        bar.Finish();
+        std::cerr << "osm-batch: the run stopped: " << e.what() << "\n";
+        status = 1;
+    }
+    try {
+        writeOutputs(m, o);
+    } catch (const std::exception& e) {
+        std::cerr << "osm-batch: " << e.what() << "\n";
+        status = 1;
+    }
+    messages.Summary();
+    return status;
+}

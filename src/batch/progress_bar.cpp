@@ -1,0 +1,29 @@
+#include "batch/progress_bar.h"
+
+#include <unistd.h>
+
+namespace osm::batch {
+
+ProgressBar::ProgressBar(std::FILE* out) : out_(out), terminal_(isatty(fileno(out)) != 0) {}
+
+void ProgressBar::Show(int done, int total, const std::string& label) {
+    if (total <= 0) return;
+    if (terminal_) {
+        constexpr int width = 40;
+        const int filled = done * width / total;
+        std::fprintf(out_, "\r[%s%s] %3d%%  %-10s", std::string(static_cast<size_t>(filled), '#').c_str(),
+                     std::string(static_cast<size_t>(width - filled), '.').c_str(), done * 100 / total,
+                     label.c_str());
+        std::fflush(out_);
+    } else if (done % 12 == 0 && done != lastShown_) {
+        std::fprintf(out_, "year %d of %d done (%s)\n", done / 12, total / 12, label.c_str());
+    }
+    lastShown_ = done;
+}
+
+void ProgressBar::Finish() {
+    if (terminal_ && lastShown_ >= 0) std::fprintf(out_, "\n");
+    lastShown_ = -1;
+}
+
+}  // namespace osm::batch

@@ -1,0 +1,51 @@
+#include "core/model.h"
+
+#include <filesystem>
+#include <iostream>
+
+namespace osm {
+
+Model::Model() {
+    // Tables of fixed size exist from the start; reach-keyed tables come with the
+    // Reach Breaks file.
+    main.TimeFlags.redim(Bounds{1, 3});
+    main.IndexQ.redim(Bounds{1, 4});
+    main.MonthName.redim(Bounds{0, 12});
+    main.DaysInMonth.redim(Bounds{0, 12});
+    main.FirstSunday.redim(Bounds{0, 12});
+    main.SunriseHr.redim(Bounds{0, 12});
+    main.SunsetHr.redim(Bounds{0, 12});
+    physical.DiurnalName.redim(Bounds{0, 10});
+    physical.MonthlyVol.redim(Bounds{0, 600});
+    physical.SpinVol.redim(Bounds{541, 565});
+    physical.AnnualVol.redim(Bounds{48, 148});
+    physical.SpikeFlag.redim(Bounds{0, 600});
+    popsubs.Biomass.redim(Bounds{0, 20});
+    popsubs.CatchDataFlag.redim(Bounds{0, 20});
+    graphs.VisForms.redim(Bounds{1, 4});
+    graphs.GraphSlot.redim(Bounds{1, 6});
+    graphs.MapSlot.redim(Bounds{1, 6});
+    graphs.ProfSlot.redim(Bounds{1, 6});
+    graphs.YMax.redim(Bounds{1, 2}, Bounds{1, 6});
+    graphs.YMin.redim(Bounds{1, 2}, Bounds{1, 6});
+    graphs.CXProfile.redim(Bounds{1, 3});
+    graphs.VarTime.redim(Bounds{0, 0});
+}
+
+void ShowMessage(Model& m, const std::string& kind, const std::string& text,
+                 const std::string& title, const std::string& detail) {
+    if (m.messages) {
+        m.messages->Show(ModelMessage{kind, text, title, detail});
+        return;
+    }
+    std::cerr << (title.empty() ? "" : title + ": ") << text
+              << (detail.empty() ? "" : " (" + detail + ")") << "\n";
+}
+
+std::string InFolder(const Model& m, const std::string& name) {
+    const std::filesystem::path p(name);
+    if (p.is_absolute() || m.main.ProgramFolder.empty()) return name;
+    return (std::filesystem::path(m.main.ProgramFolder) / p).string();
+}
+
+}  // namespace osm

@@ -1,0 +1,149 @@
+#include "core/reaches.h"
+
+#include "core/fault.h"
+#include "core/model.h"
+#include "core/numbers.h"
+#include "core/textfile.h"
+
+namespace osm {
+
+namespace {
+
+struct ReachRow {
+    std::string label;
+    float up = 0, down = 0;
+};
+
+}  // namespace
+
+void ReadReachFile(Model& m, const std::string& path) {
+    TextReader in(path);
+    in.Text("a title");
+    const int n = in.Int16("NReaches");
+    const int first = in.Int16("FirstReach");
+    const int last = in.Int16("LastReach");
+    if (n < 1) in.Fail("NReaches of 1 or more", NumText(n));
+    if (first < 1 || last > n || first > last)
+        throw FileFault(path, 1, "1 <= FirstReach <= LastReach <= NReaches (" + NumText(n) + ")",
+                        NumText(first) + ", " + NumText(last));
+    for (int i = 0; i < 4; ++i) in.Text("a column head");
+    std::vector<ReachRow> rows;
+    while (!in.AtEnd()) {
+        if (static_cast<int>(rows.size()) == n)
+            in.Fail("no more rows than NReaches (" + NumText(n) + ")", in.Line("a row"));
+        ReachRow row;
+        in.Number("a reach number");
+        row.label = in.Text("a reach label");
+        row.up = in.Single("the upstream mile");
+        row.down = in.Single("the downstream mile");
+        rows.push_back(row);
+    }
+    if (static_cast<int>(rows.size()) < n)
+        in.Fail(NumText(n) + " reach rows (NReaches)", NumText(static_cast<int>(rows.size())) + " rows");
+
+    Main& mn = m.main;
+    mn.NReaches = static_cast<int16_t>(n);
+    mn.FirstReach = static_cast<int16_t>(first);
+    mn.LastReach = static_cast<int16_t>(last);
+    AllocateReachArrays(m);
+    for (int r = 1; r <= n; ++r) {
+        const ReachRow& row = rows[static_cast<size_t>(r - 1)];
+        mn.ReachLabel(r) = row.label;
+        mn.ReachMile(r, 0) = row.up;
+        mn.ReachMile(r, 1) = row.down;
+        mn.ReachLen(r) = Sng(static_cast<double>(row.down) - row.up);
+    }
+    mn.IndexReach = mn.FirstReach;
+}
+
+int ReachOfMile(const Model& m, double mile) {
+    for (int r = 1; r <= m.main.NReaches; ++r)
+        if (m.main.ReachMile(r, 0) <= mile && mile < m.main.ReachMile(r, 1)) return r;
+    return 0;
+}
+
+int ReachOfMileInclusive(const Model& m, double mile) {
+    for (int r = 1; r <= m.main.NReaches; ++r)
+        if (m.main.ReachMile(r, 0) <= mile && mile <= m.main.ReachMile(r, 1)) return r;
+    return 0;
+}
+
+void AllocateReachArrays(Model& m) {
+    const Main& mn = m.main;
+    const Bounds reach{1, mn.NReaches};
+    const Bounds reach0{0, mn.NReaches};
+    const Bounds run{mn.FirstReach, mn.LastReach};
+    const Bounds months{0, 600};
+    const Bounds slices0{0, mn.NSlices};
+    const Bounds years{47, 98};
+
+    Main& w = m.main;
+    w.ReachLabel.redim(reach);
+    w.ReachMile.redim(reach, Bounds{0, 1});
+    w.ReachLen.redim(reach);
+
+    Physical& p = m.physical;
+    for (auto* t : {&p.MeanFlow, &p.MaxFlow, &p.MinFlow, &p.MeanStage, &p.MaxStage, &p.MinStage,
+                    &p.MeanWidth, &p.MaxStageWidth, &p.MinStageWidth, &p.ReachSedLoad})
+        t->redim(reach);
+    p.HourlyStage.redim(Bounds{0, 24}, reach, Bounds{0, 2});
+    p.SedConc.redim(reach, Bounds{0, 2});
+    p.HistSedConc.redim(months, reach);
+    p.IndexSlice.redim(Bounds{0, 4}, reach);
+    p.WaterTemp.redim(reach0);
+    p.ObsTemp.redim(months, reach);
+
+    Sediment& s = m.sediment;
+    s.SandStore.redim(slices0, run, Bounds{1, 3});
+    s.ReachConc.redim(reach, Bounds{0, 2});
+    s.BandSand.redim(Bounds{1, 4}, run, Bounds{1, 2});
+    s.BandPot.redim(Bounds{1, 4}, run, Bounds{1, 2});
+    s.SandBalance.redim(run);
+    s.PoolPotRef.redim(run);
+
+    m.morph.TribQ.redim(months, reach);
+    m.morph.TribSedConc.redim(months, reach, Bounds{0, 2});
+
+    Production& pr = m.production;
+    for (auto* t : {&pr.DO, &pr.SecchiDepth, &pr.AlgaeBiomass, &pr.AlgaeTotal, &pr.Detritus,
+                    &pr.Inverts, &pr.RiparianLitter})
+        t->redim(reach);
+    pr.AlgaeClass.redim(Bounds{1, 6}, reach);
+    pr.DetritusIn.redim(Bounds{1, 2}, reach);
+    pr.VegArea.redim(Bounds{1, 5}, reach);
+    pr.ObsChem.redim(months, reach, Bounds{0, 6});
+
+    Popsubs& ps = m.popsubs;
+    ps.Share.redim(reach, Bounds{0, 20});
+    ps.CatchIndex.redim(Bounds{0, 20}, reach, years);
+    ps.CatchObs.redim(reach, years);
+    ps.AnglerDaysObs.redim(reach, years);
+
+    Rec& rc = m.rec;
+    rc.BeachCap.redim(Bounds{1, 3}, reach);
+    rc.ReachCampUse.redim(Bounds{1, 3}, reach, Bounds{0, 12});
+    rc.CatchRch.redim(reach);
+    rc.CPERch.redim(reach);
+    rc.EffortRch.redim(reach);
+
+    m.graphs.DumpReach.redim(run);
+}
+
+std::vector<std::string> FillReachList(const Model& m) {
+    std::vector<std::string> list;
+    for (int r = m.main.FirstReach; r <= m.main.LastReach; ++r) {
+        list.push_back(NumText(r - m.main.FirstReach + 1) + " / " + m.main.ReachLabel(r) +
+                       " / DS_RM = " +
+                       Format(static_cast<double>(m.main.ReachMile(r, 1)) - HarlFerryMile, "0"));
+    }
+    return list;
+}
+
+StatusReachList SetStatusReachList(const Model& m) {
+    StatusReachList s;
+    s.reaches = FillReachList(m);
+    for (int i = 1; i <= 4; ++i) s.indexStages[static_cast<size_t>(i - 1)] = NumText(m.main.IndexQ(i));
+    return s;
+}
+
+}  // namespace osm

@@ -1,0 +1,171 @@
+#include "core/results_store.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/fault.h"
+#include "core/model.h"
+#include "core/numbers.h"
+
+namespace osm {
+
+void AllocateResults(Model& m) {
+    m.main.Results.redim(Bounds{0, 1}, Bounds{1, m.graphs.NVars}, Bounds{1, m.graphs.MaxSub},
+                         Bounds{1, m.main.NReaches}, Bounds{1, 600});
+}
+
+namespace {
+
+// Writes one value of the current month, refusing what is not a finite number.
+class Store {
+public:
+    Store(Model& m, int iYear, int iMonth) : m_(m), iYear_(iYear), iMonth_(iMonth) {}
+
+    void put(int var, int sub, int r, double value) {
+        if (!std::isfinite(value))
+            throw Fault("run year " + NumText(iYear_) + " (" + NumText(1900 + m_.main.CurYr) +
+                        "), month " + NumText(iMonth_) + ", reach " + NumText(r) + ": variable " +
+                        NumText(var) + " set " + NumText(sub) + " (" +
+                        m_.graphs.VarLabel(0, var) + ") is not a finite number");
+        m_.main.Results(m_.main.NRuns, var, sub, r, m_.main.CumMonth) = Sng(value);
+    }
+
+private:
+    Model& m_;
+    int iYear_, iMonth_;
+};
+
+void storeVariable(Model& m, Store& s, int v, int r, int iMonth) {
+    const Main& mn = m.main;
+    const Physical& ph = m.physical;
+    const Sediment& sd = m.sediment;
+    const Production& pr = m.production;
+    const Popsubs& ps = m.popsubs;
+    const Rec& rc = m.rec;
+    const int mi = mn.MonthIdx, om = mn.ObsMonth, oy = mn.ObsYr;
+    const double days = mn.DaysInMonth(iMonth);
+    switch (v) {
+    case 1:
+        s.put(v, 1, r, ph.MinFlow(r) / 1000.0);
+        s.put(v, 2, r, ph.MaxFlow(r) / 1000.0);
+        return;
+    case 2:
+        s.put(v, 1, r, ph.MinStage(r));
+        s.put(v, 2, r, ph.MaxStage(r));
+        return;
+    case 3:
+        s.put(v, 1, r, (static_cast<double>(ph.SedConc(r, 1)) + ph.SedConc(r, 2)) * m.morph.MgLPerGFt3);
+        s.put(v, 2, r, ph.HistSedConc(om, r));
+        return;
+    case 4:
+        s.put(v, 1, r, ph.SedConc(r, 2) * 100.0 / (static_cast<double>(ph.SedConc(r, 1)) + ph.SedConc(r, 2)));
+        return;
+    case 5:
+        s.put(v, 1, r,
+              (static_cast<double>(m.morph.TribSedConc(mi, r, 1)) + m.morph.TribSedConc(mi, r, 2)) *
+                  m.morph.TribQ(mi, r) * days * 86400.0 / 1e9);
+        return;
+    case 6:
+    case 7:
+        for (int b = 1; b <= 4; ++b) {
+            const int z = v - 5;
+            s.put(v, b, r, sd.BandSand(b, r, z) / (sd.BandPot(b, r, z) + 1e-8));
+        }
+        return;
+    case 8:
+        s.put(v, 1, r, sd.SandStore(0, r, 3) / (sd.PoolPotRef(r) + 1e-8));
+        return;
+    case 9:
+        s.put(v, 1, r, sd.SandBalance(r));
+        return;
+    case 10:
+        s.put(v, 1, r, static_cast<double>(rc.BeachCap(1, r)) + rc.BeachCap(2, r) + rc.BeachCap(3, r));
+        for (int k = 1; k <= 3; ++k) s.put(v, k + 1, r, rc.BeachCap(k, r));
+        return;
+    case 11:
+        for (int k = 1; k <= 3; ++k)
+            s.put(v, k, r, rc.ReachCampUse(k, r, iMonth) / (rc.BeachCap(k, r) * days + 1e-6));
+        return;
+    case 12:
+        s.put(v, 1, r, ph.AnnualPowerValue / 1000000.0);
+        return;
+    case 13:
+        s.put(v, 1, r, ph.WaterTemp(r));
+        s.put(v, 2, r, ph.ObsTemp(om, r));
+        return;
+    case 14:
+        s.put(v, 1, r, pr.DO(r));
+        s.put(v, 2, r, pr.ObsChem(om, r, 1));
+        return;
+    case 15:
+        s.put(v, 1, r, pr.SecchiDepth(r));
+        s.put(v, 2, r, pr.ObsChem(om, r, 2));
+        return;
+    case 16:
+        s.put(v, 1, r, pr.AlgaeBiomass(r));
+        s.put(v, 2, r, pr.ObsChem(om, r, 3));
+        return;
+    case 17:
+        s.put(v, 1, r, pr.AlgaeTotal(r));
+        s.put(v, 2, r, pr.ObsChem(om, r, 5));
+        return;
+    case 18:
+        for (int c = 1; c <= 5; ++c)
+            s.put(v, c, r, pr.AlgaeClass(c, r) * 100.0 / (pr.AlgaeClass(6, r) + 1e-10));
+        return;
+    case 19:
+        s.put(v, 1, r, pr.DetritusIn(1, r));
+        s.put(v, 2, r, pr.Detritus(r));
+        s.put(v, 3, r, pr.ObsChem(om, r, 4));
+        return;
+    case 20:
+        s.put(v, 1, r, pr.Inverts(r));
+        s.put(v, 2, r, pr.ObsChem(om, r, 6));
+        return;
+    case 21:
+        s.put(v, 1, r, pr.RiparianLitter(r));
+        return;
+    case 22:
+        for (int t = 1; t <= 3; ++t) s.put(v, t, r, pr.VegArea(t, r));
+        return;
+    case 23:
+        s.put(v, 1, r, rc.CatchRch(r) * 1000.0);
+        s.put(v, 2, r, ps.CatchObs(r, oy));
+        return;
+    case 24:
+        s.put(v, 1, r, rc.CPERch(r) * 50.0);
+        s.put(v, 2, r, ps.CatchIndex(3, r, oy) / 10000.0);
+        return;
+    case 25:
+        s.put(v, 1, r, rc.EffortRch(r));
+        s.put(v, 2, r, ps.AnglerDaysObs(r, oy));
+        return;
+    case 26:
+        if (r == mn.FirstReach) s.put(v, 1, r, rc.AnglerValue / 1000000.0);
+        return;
+    default: {
+        const int i = v - 26;  // species (or the first food type) of variable 27 + i - 1
+        if (i > ps.NSpecies + 1) return;
+        s.put(v, 1, r, static_cast<double>(ps.Share(r, i)) * ps.Biomass(i));
+        const int y = (ps.CatchDataFlag(i) != 0 || m.graphs.PlotObsAvg) ? 47 : mn.SimYr;
+        s.put(v, 2, r, ps.CatchIndex(i, r, y));
+        return;
+    }
+    }
+}
+
+}  // namespace
+
+void StoreResults(Model& m, int iYear, int iMonth) {
+    Main& mn = m.main;
+    const bool avg = m.graphs.PlotObsAvg;
+    mn.ObsMonth = avg ? int16_t{0} : mn.MonthIdx;
+    mn.ObsYr = avg ? int16_t{47} : mn.SimYr;
+    if (mn.CumMonth > mn.Results.hi(4)) mn.Results.redimPreserve(Bounds{1, mn.NYears * 12});
+    const int lastVar = mn.PhysOnly ? std::min<int>(m.graphs.NVars, mn.NPhysVars) : m.graphs.NVars;
+    Store s(m, iYear, iMonth);
+    for (int v = 1; v <= lastVar; ++v)
+        for (int r = mn.FirstReach; r <= mn.LastReach; ++r) storeVariable(m, s, v, r, iMonth);
+}
+
+}  // namespace osm

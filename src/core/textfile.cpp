@@ -1,0 +1,224 @@
+#include "core/textfile.h"
+
+#include <filesystem>
+#include <sstream>
+
+#include "core/fault.h"
+#include "core/numbers.h"
+
+namespace osm {
+
+namespace fs = std::filesystem;
+
+TextReader::TextReader(const std::string& path, Mode mode) : path_(path), mode_(mode) {
+    std::ifstream in(path, std::ios::binary);
+    if (!in) throw FileFault(path, "cannot open the file (missing or unreadable)");
+    std::ostringstream ss;
+    ss << in.rdbuf();
+    buf_ = ss.str();
+}
+
+void TextReader::Fail(std::string_view expected, std::string_view found) const {
+    throw FileFault(path_, line_, std::string(expected), std::string(found));
+}
+
+bool TextReader::atLineBreak() const {
+    return pos_ < buf_.size() && (buf_[pos_] == '\n' || buf_[pos_] == '\r');
+}
+
+void TextReader::consumeLineBreak() {
+    if (pos_ < buf_.size() && buf_[pos_] == '\r') ++pos_;
+    if (pos_ < buf_.size() && buf_[pos_] == '\n') ++pos_;
+    ++line_;
+}
+
+void TextReader::skipBlanks() {
+    while (pos_ < buf_.size() && (buf_[pos_] == ' ' || buf_[pos_] == '\t')) ++pos_;
+}
+
+bool TextReader::AtEnd() const {
+    for (size_t i = pos_; i < buf_.size(); ++i) {
+        const char c = buf_[i];
+        if (c != ' ' && c != '\t' && c != '\r' && c != '\n') return false;
+    }
+    return true;
+}
+
+bool TextReader::AtLineEnd() const {
+    for (size_t i = pos_; i < buf_.size(); ++i) {
+        const char c = buf_[i];
+        if (c == '\r' || c == '\n') return true;
+        if (c != ' ' && c != '\t') return false;
+    }
+    return true;
+}
+
+// After a field: blanks, then one comma or one line end.
+void TextReader::finishField() {
+    skipBlanks();
+    if (pos_ < buf_.size() && buf_[pos_] == ',') ++pos_;
+    else if (atLineBreak()) consumeLineBreak();
+}
+
+std::string TextReader::field(std::string_view what, bool numeric, bool& quoted) {
+    quoted = false;
+    skipBlanks();
+    if (mode_ == Mode::Blanks) {
+        // Line ends separate fields like blanks do.
+        while (pos_ < buf_.size() && (atLineBreak() || buf_[pos_] == ' ' || buf_[pos_] == '\t')) {
+            if (atLineBreak()) consumeLineBreak();
+            else ++pos_;
+        }
+    }
+    if (pos_ >= buf_.size()) Fail(what, "the end of the file");
+    if (atLineBreak()) {  // an empty field at the end of a line
+        consumeLineBreak();
+        return {};
+    }
+    std::string out;
+    if (buf_[pos_] == '"') {
+        quoted = true;
+        const size_t close = buf_.find('"', pos_ + 1);
+        const size_t eol = buf_.find_first_of("\r\n", pos_ + 1);
+        if (close == std::string::npos || (eol != std::string::npos && eol < close))
+            Fail(std::string(what) + " (a closing quote)", buf_.substr(pos_, std::min<size_t>(40, eol - pos_)));
+        out = buf_.substr(pos_ + 1, close - pos_ - 1);
+        pos_ = close + 1;
+    } else {
+        const bool blankEnds = numeric || mode_ == Mode::Blanks;
+        size_t end = pos_;
+        while (end < buf_.size()) {
+            const char c = buf_[end];
+            if (c == ',' || c == '\r' || c == '\n') break;
+            if (blankEnds && (c == ' ' || c == '\t')) break;
+            ++end;
+        }
+        out = buf_.substr(pos_, end - pos_);
+        pos_ = end;
+        while (!out.empty() && (out.back() == ' ' || out.back() == '\t')) out.pop_back();
+    }
+    finishField();
+    return out;
+}
+
+std::string TextReader::Text(std::string_view what) {
+    bool quoted = false;
+    return field(what, false, quoted);
+}
+
+double TextReader::Number(std::string_view what) {
+    bool quoted = false;
+    const int line = line_;
+    const std::string tok = field(what, true, quoted);
+    if (tok.empty()) return 0.0;
+    if (tok == "#TRUE#") return -1.0;
+    if (tok == "#FALSE#") return 0.0;
+    if (!IsNumber(tok)) throw FileFault(path_, line, std::string(what), tok);
+    return Val(tok);
+}
+
+int16_t TextReader::Int16(std::string_view what) {
+    const int line = line_;
+    const double x = Number(what);
+    try {
+        return ToInt16(x, what);
+    } catch (const Fault&) {
+        throw FileFault(path_, line, std::string(what) + " (a 16-bit integer)", NumText(x));
+    }
+}
+
+int32_t TextReader::Int32(std::string_view what) {
+    const int line = line_;
+    const double x = Number(what);
+    try {
+        return ToInt32(x, what);
+    } catch (const Fault&) {
+        throw FileFault(path_, line, std::string(what) + " (a 32-bit integer)", NumText(x));
+    }
+}
+
+bool TextReader::Flag(std::string_view what) {
+    bool quoted = false;
+    const int line = line_;
+    const std::string tok = field(what, true, quoted);
+    if (tok == "#TRUE#" || tok == "True" || tok == "TRUE" || tok == "true") return true;
+    if (tok == "#FALSE#" || tok == "False" || tok == "FALSE" || tok == "false" || tok.empty())
+        return false;
+    if (!IsNumber(tok)) throw FileFault(path_, line, std::string(what) + " (#TRUE#, #FALSE# or a number)", tok);
+    return Val(tok) != 0.0;
+}
+
+std::string TextReader::Line(std::string_view what) {
+    if (pos_ >= buf_.size()) Fail(what, "the end of the file");
+    const size_t eol = buf_.find_first_of("\r\n", pos_);
+    std::string out = buf_.substr(pos_, eol == std::string::npos ? std::string::npos : eol - pos_);
+    pos_ = eol == std::string::npos ? buf_.size() : eol;
+    if (atLineBreak()) consumeLineBreak();
+    return out;
+}
+
+std::string TextReader::Chars(size_t n, std::string_view what) {
+    if (pos_ >= buf_.size()) Fail(what, "the end of the file");
+    std::string out;
+    while (out.size() < n && pos_ < buf_.size() && !atLineBreak()) out += buf_[pos_++];
+    return out;
+}
+
+TextWriter::TextWriter(std::string path, Mode mode)
+    : path_(std::move(path)), tmp_(path_ + ".saving~"), mode_(mode) {
+    out_.open(tmp_, std::ios::binary | std::ios::trunc);
+    if (!out_) throw FileFault(path_, "cannot create the file (folder missing or not writable)");
+}
+
+TextWriter::~TextWriter() {
+    if (!committed_) {
+        out_.close();
+        std::error_code ec;
+        fs::remove(tmp_, ec);
+    }
+}
+
+void TextWriter::separate() {
+    if (inRecord_) out_ << (mode_ == Mode::Comma ? "," : " ");
+    inRecord_ = true;
+}
+
+TextWriter& TextWriter::Text(std::string_view s) {
+    separate();
+    if (mode_ == Mode::Comma) out_ << '"' << s << '"';
+    else out_ << s;
+    return *this;
+}
+
+TextWriter& TextWriter::Bare(std::string_view s) {
+    separate();
+    out_ << s;
+    return *this;
+}
+
+TextWriter& TextWriter::Number(float x) { return Bare(NumText(x)); }
+TextWriter& TextWriter::Number(double x) { return Bare(NumText(x)); }
+TextWriter& TextWriter::Number(int x) { return Bare(NumText(x)); }
+TextWriter& TextWriter::Flag(bool b) { return Bare(b ? "#TRUE#" : "#FALSE#"); }
+
+void TextWriter::EndRecord() {
+    out_ << "\r\n";
+    inRecord_ = false;
+}
+
+void TextWriter::Line(std::string_view s) {
+    if (inRecord_) EndRecord();
+    out_ << s << "\r\n";
+}
+
+void TextWriter::Commit() {
+    if (inRecord_) EndRecord();
+    out_.close();
+    if (!out_) throw FileFault(path_, "writing failed (disk full?); the old file is unchanged");
+    std::error_code ec;
+    fs::rename(tmp_, path_, ec);
+    if (ec) throw FileFault(path_, "cannot replace the file: " + ec.message());
+    committed_ = true;
+}
+
+}  // namespace osm

@@ -1,0 +1,97 @@
+#pragma once
+// The one reader and writer of the program's text files (.grs, .phy, .rec,
+// .sts, .exp, Reaches.csv, graphleg.txt, label files, the dump, and the files
+// written with blanks). Every reading error names the file, the line, what was
+// expected and what was found.
+#include <cstdint>
+#include <fstream>
+#include <string>
+#include <string_view>
+
+namespace osm {
+
+class TextReader {
+public:
+    enum class Mode {
+        Comma,   // fields end at commas and line ends; numbers also at blanks
+        Blanks,  // blanks, commas and line ends all separate fields
+    };
+
+    // A file that cannot be opened is a fault naming it.
+    explicit TextReader(const std::string& path, Mode mode = Mode::Comma);
+
+    // True when nothing but blanks and line ends remains.
+    bool AtEnd() const;
+    // True when the rest of the current line is blank.
+    bool AtLineEnd() const;
+
+    // One field. `what` says what was expected, for the message.
+    std::string Text(std::string_view what);
+    double Number(std::string_view what);
+    float Single(std::string_view what) { return static_cast<float>(Number(what)); }
+    int16_t Int16(std::string_view what);
+    int32_t Int32(std::string_view what);
+    // #TRUE# / #FALSE#, or a number (non-zero is True).
+    bool Flag(std::string_view what);
+
+    // The rest of the current line, without its line end.
+    std::string Line(std::string_view what);
+    void SkipLine(std::string_view what) { Line(what); }
+    // `n` characters of the current line, the line end not crossed.
+    std::string Chars(size_t n, std::string_view what);
+
+    int line() const { return line_; }
+    const std::string& path() const { return path_; }
+    [[noreturn]] void Fail(std::string_view expected, std::string_view found) const;
+
+private:
+    bool atLineBreak() const;
+    void consumeLineBreak();
+    void skipBlanks();
+    void finishField();
+    // Raw field text; `quoted` tells whether it stood in quotes.
+    std::string field(std::string_view what, bool numeric, bool& quoted);
+
+    std::string path_;
+    std::string buf_;
+    size_t pos_ = 0;
+    int line_ = 1;
+    Mode mode_;
+};
+
+// Writes to a temporary file beside the target and renames it over the target on
+// Commit, so a failed save never loses the old file.
+class TextWriter {
+public:
+    enum class Mode { Comma, Blanks };
+
+    explicit TextWriter(std::string path, Mode mode = Mode::Comma);
+    ~TextWriter();
+    TextWriter(const TextWriter&) = delete;
+    TextWriter& operator=(const TextWriter&) = delete;
+
+    TextWriter& Text(std::string_view s);   // in double quotes (bare in Blanks mode)
+    TextWriter& Bare(std::string_view s);   // as it stands
+    TextWriter& Number(float x);
+    TextWriter& Number(double x);
+    TextWriter& Number(int x);
+    TextWriter& Flag(bool b);               // #TRUE# / #FALSE#
+    TextWriter& FlagNumber(bool b) { return Number(b ? -1 : 0); }
+    void EndRecord();
+    void Line(std::string_view s);          // a whole line
+    void Commit();
+
+    const std::string& path() const { return path_; }
+
+private:
+    void separate();
+
+    std::string path_;
+    std::string tmp_;
+    std::ofstream out_;
+    Mode mode_;
+    bool inRecord_ = false;
+    bool committed_ = false;
+};
+
+}  // namespace osm

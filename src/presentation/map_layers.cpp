@@ -1,0 +1,10 @@
+#include "presentation/map_layers.h"
+
+#include "core/model.h"
+
+namespace osm {
+
+void LoadMapLayers(Model&) {}
+void BuildDefaultLegends(Model&) {}
+
+}  // namespace osm

@@ -1,0 +1,28 @@
+#include "presentation/results_csv.h"
+
+#include <algorithm>
+
+#include "core/model.h"
+#include "core/textfile.h"
+
+namespace osm {
+
+void WriteResultsCsv(const Model& m, const std::string& path) {
+    const Main& mn = m.main;
+    const Graphs& g = m.graphs;
+    const int lastVar = mn.PhysOnly ? std::min<int>(g.NVars, mn.NPhysVars) : g.NVars;
+    TextWriter out(path);
+    out.Line("run,var,sub,reach,month,value");
+    for (int run = 0; run <= mn.NRuns; ++run)
+        for (int v = 1; v <= lastVar; ++v)
+            for (int s = 1; s <= g.VarSets(v); ++s)
+                for (int r = mn.FirstReach; r <= mn.LastReach; ++r)
+                    for (int c = 1; c <= mn.CumMonth; ++c) {
+                        out.Number(run).Number(v).Number(s).Number(r).Number(c);
+                        out.Number(mn.Results(run, v, s, r, c));
+                        out.EndRecord();
+                    }
+    out.Commit();
+}
+
+}  // namespace osm

@@ -1,0 +1,22 @@
+#pragma once
+// Oxygen, algae and light, detritus and benthos, riparian vegetation, and the
+// production parameter file.
+#include <string>
+
+namespace osm {
+
+struct Model;
+
+void OxygenStep(Model& m, int month);
+void AlgaeDetritusStep(Model& m, int month);
+void BenthosStep(Model& m);
+void ResetBenthos(Model& m);
+// Annual production summary with the reach indicator populations.
+void ProductionYear(Model& m, int iYear);
+void VegYear(Model& m, int iYear);
+void ResetVeg(Model& m);
+void ReadBhpFile(Model& m, const std::string& path);
+// Observed chemistry and production of a workbook's sheets, years first..last.
+void ReadProductionObs(Model& m, const std::string& workbook, int yrFirst, int yrLast);
+
+}  // namespace osm

@@ -1,0 +1,14 @@
+#pragma once
+// Module morph: tributary flow and sediment, spates, substrate and deposits.
+#include "core/table.h"
+
+namespace osm {
+
+struct Morph {
+    // mg/l per g/ft3; set when the tributary sheet is read, 0 before.
+    float MgLPerGFt3 = 0.0f;
+    Table2<float> TribQ{"TribQ"};              // (month index 0..600, r), cfs
+    Table3<float> TribSedConc{"TribSedConc"};  // (month index 0..600, r, k 0..2), g/ft3
+};
+
+}  // namespace osm

@@ -1,0 +1,15 @@
+#include "sediment/morphology_sheets.h"
+
+#include "core/model.h"
+
+namespace osm {
+
+void ReadTribFlow(Model&, const std::string& /*workbook*/, const std::string& /*sheet*/) {}
+void ReadSpateEvents(Model&, const std::string& /*workbook*/, const std::string& /*sheet*/) {}
+void ReadRC90(Model&, const std::string& /*workbook*/, const std::string& /*sheet*/) {}
+void ReadSubstrate(Model&, const std::string& /*workbook*/, const std::string& /*sheet*/) {}
+void ReadFans(Model&, const std::string& /*workbook*/, const std::string& /*sheet*/) {}
+void ReadTribAttributes(Model&, const std::string& /*workbook*/, const std::string& /*sheet*/) {}
+void ReadTrbFile(Model&, const std::string& /*path*/) {}
+
+}  // namespace osm

@@ -1,0 +1,17 @@
+#pragma once
+// Tributary flow and sediment, spates, substrate, deposits and tributary habitat.
+#include <string>
+
+namespace osm {
+
+struct Model;
+
+void ReadTribFlow(Model& m, const std::string& workbook, const std::string& sheet);
+void ReadSpateEvents(Model& m, const std::string& workbook, const std::string& sheet);
+void ReadRC90(Model& m, const std::string& workbook, const std::string& sheet);
+void ReadSubstrate(Model& m, const std::string& workbook, const std::string& sheet);
+void ReadFans(Model& m, const std::string& workbook, const std::string& sheet);
+void ReadTribAttributes(Model& m, const std::string& workbook, const std::string& sheet);
+void ReadTrbFile(Model& m, const std::string& path);
+
+}  // namespace osm
