@@ -72,6 +72,6 @@ struct Main {
 
 // The gauge site Harl Ferry stands this many miles below the dam; field data
 // count river miles from it.
-inline constexpr float HarlFerryMile = 15.62f;
+inline constexpr double HarlFerryMile = 15.62;
 
 }  // namespace osm

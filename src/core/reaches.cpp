@@ -29,8 +29,10 @@ void ReadReachFile(Model& m, const std::string& path) {
     for (int i = 0; i < 4; ++i) in.Text("a column head");
     std::vector<ReachRow> rows;
     while (!in.AtEnd()) {
-        if (static_cast<int>(rows.size()) == n)
-            in.Fail("no more rows than NReaches (" + NumText(n) + ")", in.Line("a row"));
+        if (static_cast<int>(rows.size()) == n) {
+            const int line = in.line();
+            throw FileFault(path, line, "no more rows than NReaches (" + NumText(n) + ")", in.Line("a row"));
+        }
         ReachRow row;
         in.Number("a reach number");
         row.label = in.Text("a reach label");
@@ -134,7 +136,7 @@ std::vector<std::string> FillReachList(const Model& m) {
     for (int r = m.main.FirstReach; r <= m.main.LastReach; ++r) {
         list.push_back(NumText(r - m.main.FirstReach + 1) + " / " + m.main.ReachLabel(r) +
                        " / DS_RM = " +
-                       Format(static_cast<double>(m.main.ReachMile(r, 1)) - HarlFerryMile, "0"));
+                       Format(m.main.ReachMile(r, 1) - HarlFerryMile, "0"));
     }
     return list;
 }

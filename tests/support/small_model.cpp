@@ -1,0 +1,15 @@
+#include "support/small_model.h"
+
+#include "core/start_up.h"
+
+namespace osm::test {
+
+std::unique_ptr<SmallModel> StartSmallModel(bool physOnly) {
+    auto s = std::make_unique<SmallModel>();
+    WriteSmallRiver(s->folder);
+    StartUp(s->m, StartOptions{s->folder.path(), physOnly, {}});
+    for (int r = 1; r <= s->m.main.NReaches; ++r) s->m.physical.SedConc(r, 1) = 1.0f;
+    return s;
+}
+
+}  // namespace osm::test
