@@ -1,0 +1,51 @@
+#include <gtest/gtest.h>
+
+#include <sys/wait.h>
+
+#include <cstdlib>
+
+#include "support/test_folder.h"
+
+using osm::test::TestFolder;
+
+namespace {
+
+int runBatch(const std::string& args, const TestFolder& f) {
+    const std::string cmd = std::string(OSM_BATCH_EXE) + " " + args + " >" + f.File("stdout.txt") +
+                            " 2>" + f.File("stderr.txt");
+    const int status = std::system(cmd.c_str());
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+}  // namespace
+
+TEST(BatchRunner, RunsDumpsAndWritesTheLongForm) {
+    TestFolder f;
+    osm::test::WriteSmallRiver(f);
+    // Until the flow engine fills them, percent fines of an empty river is 0/0:
+    // the run stops with a clear fault and the results so far are still written.
+    const int status = runBatch("--folder " + f.path() + " --phys-only --years 2 --dump " +
+                                    f.File("r.out") + " --csv " + f.File("r.csv") +
+                                    " --vars 0,1 --reaches 3",
+                                f);
+    EXPECT_EQ(status, 1);
+    EXPECT_NE(f.Read("stderr.txt").find("variable 4"), std::string::npos) << f.Read("stderr.txt");
+    EXPECT_EQ(f.Read("r.out"), "\"Yr\",\"Month\",\"CumMonth\",\"2 - Flow Min\",\"2 - Flow Max\"\r\n"
+                               "48,1,1,0,0\r\n");
+    EXPECT_EQ(f.Read("r.csv").substr(0, 31), "run,var,sub,reach,month,value\r\n");
+}
+
+TEST(BatchRunner, ExitStatusTellsUsageFromFaults) {
+    TestFolder f;
+    EXPECT_EQ(runBatch("--years", f), 2);
+    EXPECT_EQ(runBatch("--bogus", f), 2);
+    EXPECT_EQ(runBatch("--years ten", f), 2);
+    EXPECT_EQ(runBatch("--help", f), 0);
+    EXPECT_NE(f.Read("stdout.txt").find("--reach-breaks"), std::string::npos);
+    EXPECT_EQ(runBatch("--folder " + f.File("nowhere"), f), 1);
+    EXPECT_NE(f.Read("stderr.txt").find("nowhere"), std::string::npos);
+    osm::test::WriteSmallRiver(f);
+    EXPECT_EQ(runBatch("--folder " + f.path() + " --phys-only --reaches 9 --dump x.out", f), 2);
+    EXPECT_EQ(runBatch("--folder " + f.path() + " --list-vars", f), 0);
+    EXPECT_NE(f.Read("stdout.txt").find("var 13 set 2"), std::string::npos);
+}

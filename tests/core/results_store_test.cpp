@@ -1,0 +1,121 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "core/fault.h"
+#include "core/model.h"
+#include "core/results_store.h"
+#include "core/run_driver.h"
+#include "support/small_model.h"
+
+using namespace osm;
+
+namespace {
+
+void monthOf(Model& m, int iYear, int iMonth) {
+    SetCalendar(m, iYear, iMonth);
+    StoreResults(m, iYear, iMonth);
+}
+
+}  // namespace
+
+TEST(ResultsStore, StoresTheExpressionsOfTheTable) {
+    auto s = test::StartSmallModel(false);
+    Model& m = s->m;
+    m.main.CurYr = 50;
+    m.morph.MgLPerGFt3 = static_cast<float>(1000.0 / 28.317);
+    Physical& p = m.physical;
+    p.MinFlow(2) = 8000;
+    p.MaxFlow(2) = 15000;
+    p.SedConc(2, 1) = 0.1f;
+    p.SedConc(2, 2) = 0.3f;
+    m.morph.TribQ(25, 2) = 100;
+    m.morph.TribSedConc(25, 2, 1) = 2;
+    m.morph.TribSedConc(25, 2, 2) = 3;
+    m.sediment.BandSand(2, 2, 1) = 50;
+    m.sediment.BandPot(2, 2, 1) = 100;
+    m.rec.BeachCap(1, 2) = 2;
+    m.rec.BeachCap(2, 2) = 3;
+    m.rec.ReachCampUse(2, 2, 1) = 31;
+    m.production.AlgaeClass(1, 2) = 1;
+    m.production.AlgaeClass(6, 2) = 4;
+    m.rec.AnglerValue = 2500000;
+    m.popsubs.NSpecies = 1;
+    m.popsubs.Share(2, 1) = 0.25f;
+    m.popsubs.Biomass(1) = 400;
+    m.popsubs.CatchIndex(1, 2, 50) = 7;
+    monthOf(m, 3, 1);  // January 1950, month index 25
+    const auto R = [&](int v, int sub, int r = 2) { return m.main.Results(0, v, sub, r, 25); };
+    EXPECT_FLOAT_EQ(R(1, 1), 8.0f);
+    EXPECT_FLOAT_EQ(R(1, 2), 15.0f);
+    EXPECT_NEAR(R(3, 1), 0.4 * 1000.0 / 28.317, 1e-3);
+    EXPECT_FLOAT_EQ(R(4, 1), 75.0f);
+    EXPECT_NEAR(R(5, 1), 5.0 * 100 * 31 * 86400 / 1e9, 1e-6);  // thousands of tonnes
+    EXPECT_NEAR(R(6, 2), 0.5, 1e-6);
+    EXPECT_EQ(R(6, 1), 0.0f);  // 0 over 1e-8
+    EXPECT_FLOAT_EQ(R(10, 1), 5.0f);
+    EXPECT_FLOAT_EQ(R(10, 3), 3.0f);
+    EXPECT_NEAR(R(11, 2), 31.0 / (3 * 31 + 1e-6), 1e-6);
+    EXPECT_NEAR(R(18, 1), 25.0, 1e-5);
+    EXPECT_FLOAT_EQ(R(26, 1), 2.5f);
+    EXPECT_EQ(R(26, 1, 3), 0.0f);  // only at the first run reach
+    EXPECT_FLOAT_EQ(R(27, 1), 100.0f);
+    EXPECT_FLOAT_EQ(R(27, 2), 7.0f);
+}
+
+TEST(ResultsStore, PhysicalModeStoresOnlyTheFirstThirteen) {
+    auto s = test::StartSmallModel(true);
+    Model& m = s->m;
+    m.production.DO(2) = 9;
+    m.physical.WaterTemp(2) = 12;
+    monthOf(m, 1, 1);
+    EXPECT_EQ(m.main.Results(0, 13, 1, 2, 1), 12.0f);
+    EXPECT_EQ(m.main.Results(0, 14, 1, 2, 1), 0.0f);
+}
+
+TEST(ResultsStore, LongTermObservedAveragesWhenAsked) {
+    auto s = test::StartSmallModel(true);
+    Model& m = s->m;
+    m.physical.ObsTemp(0, 2) = 11;
+    m.physical.ObsTemp(3, 2) = 14;
+    monthOf(m, 1, 3);
+    EXPECT_EQ(m.main.Results(0, 13, 2, 2, 3), 14.0f);
+    m.graphs.PlotObsAvg = true;
+    monthOf(m, 1, 3);
+    EXPECT_EQ(m.main.ObsMonth, 0);
+    EXPECT_EQ(m.main.ObsYr, 47);
+    EXPECT_EQ(m.main.Results(0, 13, 2, 2, 3), 11.0f);
+}
+
+TEST(ResultsStore, Month601GrowsTheStoreKeepingBothRuns) {
+    auto s = test::StartSmallModel(true);
+    Model& m = s->m;
+    m.main.NYears = 51;
+    m.physical.MaxFlow(3) = 1000;
+    monthOf(m, 50, 12);
+    m.main.NRuns = 1;
+    m.physical.MaxFlow(3) = 2000;
+    monthOf(m, 50, 12);
+    EXPECT_EQ(m.main.Results.hi(4), 600);
+    monthOf(m, 51, 1);
+    EXPECT_EQ(m.main.Results.hi(4), 612);
+    EXPECT_EQ(m.main.Results(0, 1, 2, 3, 600), 1.0f);
+    EXPECT_EQ(m.main.Results(1, 1, 2, 3, 600), 2.0f);
+    EXPECT_EQ(m.main.Results(1, 1, 2, 3, 601), 2.0f);
+}
+
+TEST(ResultsStore, ANonFiniteValueIsAFaultNamingWhere) {
+    auto s = test::StartSmallModel(true);
+    Model& m = s->m;
+    m.physical.SedConc(3, 1) = 0;  // percent fines of no sediment: 0/0
+    try {
+        monthOf(m, 2, 5);
+        FAIL();
+    } catch (const Fault& f) {
+        const std::string text = f.what();
+        EXPECT_NE(text.find("month 5"), std::string::npos) << text;
+        EXPECT_NE(text.find("reach 3"), std::string::npos);
+        EXPECT_NE(text.find("variable 4"), std::string::npos);
+    }
+}

@@ -1,0 +1,101 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "core/fault.h"
+#include "core/model.h"
+#include "core/start_up.h"
+#include "support/test_folder.h"
+
+using namespace osm;
+using osm::test::TestFolder;
+
+TEST(StartUp, LoadsTheSmallRiverInBothModes) {
+    for (bool phys : {true, false}) {
+        TestFolder f;
+        test::WriteSmallRiver(f);
+        Model m;
+        StartUp(m, StartOptions{f.path(), phys, {}});
+        EXPECT_EQ(m.main.PhysOnly, phys);
+        EXPECT_EQ(m.main.NReaches, 3);
+        EXPECT_EQ(m.main.MonthName(2), "feb");
+        EXPECT_EQ(m.main.DaysInMonth(2), 29.0f);
+        EXPECT_EQ(m.main.FirstSunday(9), 1);
+        EXPECT_EQ(m.physical.NDiurnal, 2);
+        EXPECT_EQ(m.physical.DiurnalName(2), "steady");
+        EXPECT_EQ(m.graphs.NVars, 28);
+        EXPECT_EQ(m.main.IndexQ(2), 20000.0f);
+        EXPECT_EQ(m.main.IndexReach, 2);
+        EXPECT_TRUE(m.graphs.StartupFinished);
+        EXPECT_EQ(StartMessage(f.path()), "A small test river.Two lines.");
+    }
+}
+
+TEST(StartUp, PhysicalModeNeverNeedsTheBiologicalFiles) {
+    TestFolder f;
+    test::WriteSmallRiver(f);
+    for (const char* name : {"default.bhp", "default.fis", "default.trb"})
+        std::filesystem::remove(f.File(name));
+    std::filesystem::remove_all(f.File("lower_production.xls"));
+    std::filesystem::remove_all(f.File("population.xls"));
+    Model phys;
+    EXPECT_NO_THROW(StartUp(phys, StartOptions{f.path(), true, {}}));
+    Model whole;
+    try {
+        StartUp(whole, StartOptions{f.path(), false, {}});
+        FAIL();
+    } catch (const Fault& e) {
+        EXPECT_NE(std::string(e.what()).find("default.bhp"), std::string::npos) << e.what();
+    }
+}
+
+TEST(StartUp, AMissingRequiredFileIsNamed) {
+    for (const char* name : {"Reaches.csv", "graphleg.txt", "noaction.sts", "default.phy",
+                             "diurnal_scenarios.txt", "riverware.xls"}) {
+        TestFolder f;
+        test::WriteSmallRiver(f);
+        std::filesystem::remove_all(f.File(name));
+        Model m;
+        try {
+            StartUp(m, StartOptions{f.path(), true, {}});
+            ADD_FAILURE() << name;
+        } catch (const Fault& e) {
+            EXPECT_NE(std::string(e.what()).find(name), std::string::npos) << e.what();
+        }
+    }
+}
+
+TEST(StartUp, ReplacedDefaultFilesAndTooManyScenarios) {
+    TestFolder f;
+    test::WriteSmallRiver(f);
+    const std::string other = f.Write("other/Two.csv",
+        "\"Two reaches\",2,1,2\r\n\"a\",\"b\",\"c\",\"d\"\r\n1,\"A\",0,10\r\n2,\"B\",10,20\r\n");
+    Model m;
+    StartUp(m, StartOptions{f.path(), true, {{"reach-breaks", other}}});
+    EXPECT_EQ(m.main.NReaches, 2);
+    EXPECT_EQ(m.main.FirstReach, 1);
+
+    f.Write("diurnal_scenarios.txt", "a b c d e f g h i j k\r\n");
+    Model n;
+    EXPECT_THROW(StartUp(n, StartOptions{f.path(), true, {}}), FileFault);
+}
+
+TEST(StartUp, NewReachBreaksReloadsAndRefusesMoreReachesThanTheStore) {
+    TestFolder f;
+    test::WriteSmallRiver(f);
+    Model m;
+    StartUp(m, StartOptions{f.path(), true, {}});
+    m.main.Results(0, 1, 1, 3, 1) = 5.0f;
+    const std::string two = f.Write("Two.csv",
+        "\"Two reaches\",2,1,2\r\n\"a\",\"b\",\"c\",\"d\"\r\n1,\"A\",0,10\r\n2,\"B\",10,20\r\n");
+    NewReachBreaks(m, two);
+    EXPECT_EQ(m.main.NReaches, 2);
+    EXPECT_EQ(m.main.ReachFile, two);
+    EXPECT_EQ(m.main.Results(0, 1, 1, 3, 1), 5.0f);  // the store keeps its contents
+    const std::string four = f.Write("Four.csv",
+        "\"Four\",4,2,4\r\n\"a\",\"b\",\"c\",\"d\"\r\n1,\"A\",0,1\r\n2,\"B\",1,2\r\n3,\"C\",2,3\r\n4,\"D\",3,4\r\n");
+    EXPECT_THROW(NewReachBreaks(m, four), Fault);
+    EXPECT_EQ(m.main.NReaches, 2);
+    NewReachBreaks(m, "");
+    EXPECT_EQ(m.main.NReaches, 2);
+}

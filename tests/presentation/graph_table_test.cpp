@@ -1,0 +1,93 @@
+#include <gtest/gtest.h>
+
+#include "core/fault.h"
+#include "core/model.h"
+#include "presentation/graph_table.h"
+#include "support/test_folder.h"
+
+using namespace osm;
+using osm::test::TestFolder;
+
+namespace {
+
+class Collect : public MessageSink {
+public:
+    std::vector<ModelMessage> seen;
+    void Show(const ModelMessage& m) override { seen.push_back(m); }
+};
+
+const char* heads = "a\r\nb\r\nc\r\nd\r\n";
+
+Model modelWithReaches() {
+    Model m;
+    m.main.NReaches = 3;
+    m.main.FirstReach = 2;
+    m.main.LastReach = 3;
+    return m;
+}
+
+}  // namespace
+
+TEST(GraphTable, ReadsVariablesSetsAndCodes) {
+    TestFolder f;
+    Model m = modelWithReaches();
+    Collect c;
+    m.messages = &c;
+    const std::string p = f.Write("graphleg.txt", std::string(heads) +
+        "3 3\r\n"
+        "1 \"M\" 2 \"Flow (kcfs)\" \"Min\" \"Max\" 0 1 1\r\n"
+        "2,\"WMY\",1,\"Power value, $M\",3,2,7\r\n"
+        "3 \"x\" 3 \"Temperature\" \"Model\" \"  OBServed\" \"ob\" 1 1 9\r\n");
+    LoadGraphTable(m, p);
+    const Graphs& g = m.graphs;
+    EXPECT_EQ(g.NVars, 3);
+    EXPECT_EQ(g.VarLabel(2, 1), "Max");
+    EXPECT_EQ(g.VarLabel(0, 2), "Power value, $M");
+    EXPECT_EQ(g.VarTime(1), TimeMonthly);
+    EXPECT_EQ(g.VarTime(2), TimeYearly);  // the last letter found wins
+    EXPECT_EQ(g.VarTime(3), 0);
+    EXPECT_EQ(g.VarMapId(2), 7);
+    EXPECT_TRUE(IsObservedSet(g, 2, 3));
+    EXPECT_FALSE(IsObservedSet(g, 3, 3));
+    EXPECT_EQ(GraphRowCount(g), 6);
+    EXPECT_EQ(GraphRowLabel(g, 1, 2), "Flow (kcfs) Max");
+    EXPECT_EQ(GraphRowLabel(g, 2, 1), "Power value, $M");
+    EXPECT_EQ(g.CurveColour(1), 255);
+    EXPECT_EQ(g.CurveColour(2), 255 * 65536);
+    // The store is sized by the table and the reaches.
+    EXPECT_EQ(m.main.Results.hi(1), 3);
+    EXPECT_EQ(m.main.Results.hi(2), 3);
+    EXPECT_EQ(m.main.Results.hi(3), 3);
+    EXPECT_EQ(m.main.Results.hi(4), 600);
+    EXPECT_TRUE(c.seen.empty());
+}
+
+TEST(GraphTable, WarnsOfDuplicateMapIdsAndAWrongMaxSub) {
+    TestFolder f;
+    Model m = modelWithReaches();
+    Collect c;
+    m.messages = &c;
+    const std::string p = f.Write("graphleg.txt", std::string(heads) +
+        "2 4\r\n1 \"M\" 1 \"A\" 0 1 5\r\n2 \"M\" 2 \"B\" \"x\" \"y\" 0 1 5\r\n");
+    LoadGraphTable(m, p);
+    ASSERT_EQ(c.seen.size(), 2u);
+    EXPECT_EQ(c.seen[0].text, "There are duplicate Map Ids in the Graph File " + p +
+                                  "\nThe Maps may not draw correctly");
+    EXPECT_EQ(c.seen[1].text, "MaxSets not equal to the Actual max number of sets in File " + p);
+    EXPECT_EQ(m.graphs.NVars, 2);
+}
+
+TEST(GraphTable, AShortFileIsAnErrorAndChangesNothing) {
+    TestFolder f;
+    Model m = modelWithReaches();
+    LoadGraphTable(m, f.Write("good.txt", std::string(heads) + "1 1\r\n1 \"M\" 1 \"A\" 0 1 5\r\n"));
+    try {
+        LoadGraphTable(m, f.Write("short.txt", std::string(heads) + "2 1\r\n1 \"M\" 1 \"A\" 0 1 5\r\n2 \"M\" 1\r\n"));
+        FAIL();
+    } catch (const FileFault& e) {
+        EXPECT_NE(std::string(e.what()).find("short.txt"), std::string::npos);
+        EXPECT_NE(std::string(e.what()).find("variable 2"), std::string::npos) << e.what();
+    }
+    EXPECT_EQ(m.graphs.NVars, 1);
+    EXPECT_EQ(m.graphs.VarLabel(0, 1), "A");
+}

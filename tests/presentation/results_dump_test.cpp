@@ -1,0 +1,67 @@
+#include <gtest/gtest.h>
+
+#include "core/model.h"
+#include "core/run_driver.h"
+#include "presentation/results_dump.h"
+#include "support/small_model.h"
+
+using namespace osm;
+
+namespace {
+
+void chooseOnly(Model& m, int row, int reach) {
+    m.graphs.DumpVar.fill(false);
+    m.graphs.DumpReach.fill(false);
+    m.graphs.DumpVar(row) = true;
+    m.graphs.DumpReach(reach) = true;
+}
+
+std::vector<std::string> lines(const std::string& text) {
+    std::vector<std::string> out;
+    size_t start = 0;
+    while (start < text.size()) {
+        const size_t end = text.find("\r\n", start);
+        out.push_back(text.substr(start, end - start));
+        start = end + 2;
+    }
+    return out;
+}
+
+}  // namespace
+
+TEST(ResultsDump, BeforeAnyRunOnlyTheHeadings) {
+    auto s = test::StartSmallModel(true);
+    chooseOnly(s->m, 0, 3);
+    DumpResults(s->m, s->folder.File("a.out"));
+    EXPECT_EQ(s->folder.Read("a.out"), "\"Yr\",\"Month\",\"CumMonth\",\"2 - Flow Min\"\r\n");
+}
+
+TEST(ResultsDump, AStoppedRunGivesItsMonthsAndYearlyValuesOnlyInDecember) {
+    auto s = test::StartSmallModel(true);
+    Model& m = s->m;
+    m.physical.AnnualPowerValue = 3500000;
+    m.physical.MinFlow(2) = 8000;
+    class StopAfter : public RunObserver {
+    public:
+        explicit StopAfter(Model& mm) : m_(mm) {}
+        void Yield() override { if (m_.main.CumMonth == 15) m_.main.StopRun = true; }
+    private:
+        Model& m_;
+    } obs(m);
+    StartRun(m, obs, 60, 5);
+    // Row of variable 12 (power value): after the sets of variables 1..11.
+    int row = 0;
+    for (int v = 1; v < 12; ++v) row += m.graphs.VarSets(v);
+    m.graphs.DumpVar.fill(false);
+    m.graphs.DumpReach.fill(false);
+    m.graphs.DumpVar(0) = true;
+    m.graphs.DumpVar(row) = true;
+    m.graphs.DumpReach(2) = true;
+    DumpResults(m, s->folder.File("b.out"));
+    const auto l = lines(s->folder.Read("b.out"));
+    ASSERT_EQ(l.size(), 16u);
+    EXPECT_EQ(l[0], "\"Yr\",\"Month\",\"CumMonth\",\"1 - Flow Min\",\"1 - Power value\"");
+    EXPECT_EQ(l[1], "60,1,1,8,\".\"");
+    EXPECT_EQ(l[12], "60,12,12,8,3.5");
+    EXPECT_EQ(l[15], "61,3,15,8,\".\"");
+}
