@@ -20,6 +20,18 @@ Model::Model() {
     physical.SpinVol.redim(Bounds{541, 565});
     physical.AnnualVol.redim(Bounds{48, 148});
     physical.SpikeFlag.redim(Bounds{0, 600});
+    physical.DiurnalCode.redim(Bounds{48, 148});
+    physical.ExpTempYr.redim(Bounds{48, 148});
+    physical.ChangeVol.redim(Bounds{1, 3});
+    physical.ChangeLimit.redim(Bounds{1, 3});
+    physical.MaxDailyChange.redim(Bounds{0, 12});
+    physical.MinFlowMH.redim(Bounds{0, 12}, Bounds{0, 24});
+    physical.VolLevel.redim(Bounds{0, 6});
+    physical.PowerVal.redim(Bounds{0, 12}, Bounds{0, 6});
+    physical.PowerValNoAction.redim(Bounds{0, 12}, Bounds{0, 6});
+    physical.BaseTemp.redim(Bounds{0, 12});
+    physical.EqTemp.redim(Bounds{0, 12});
+    physical.ExpTemp.redim(Bounds{0, 12});
     popsubs.Biomass.redim(Bounds{0, 20});
     popsubs.CatchDataFlag.redim(Bounds{0, 20});
     graphs.VisForms.redim(Bounds{1, 4});

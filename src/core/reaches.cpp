@@ -91,6 +91,11 @@ void AllocateReachArrays(Model& m) {
     p.HourlyStage.redim(Bounds{0, 24}, reach, Bounds{0, 2});
     p.SedConc.redim(reach, Bounds{0, 2});
     p.HistSedConc.redim(months, reach);
+    for (auto* t : {&p.QTable, &p.StageTable, &p.WidthTable}) t->redim(Bounds{1, 13}, reach);
+    p.SliceArea.redim(Bounds{1, mn.NSlices}, reach);
+    p.SliceWidth.redim(slices0, reach);
+    p.SliceQ.redim(slices0, reach);
+    p.WetArea.redim(reach);
     p.IndexSlice.redim(Bounds{0, 4}, reach);
     p.WaterTemp.redim(reach0);
     p.ObsTemp.redim(months, reach);

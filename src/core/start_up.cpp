@@ -9,6 +9,7 @@
 #include "core/reaches.h"
 #include "core/results_store.h"
 #include "core/textfile.h"
+#include "core/util.h"
 #include "hydrology/flow_engine.h"
 #include "hydrology/river_temperature.h"
 #include "hydrology/stage_tables.h"
@@ -27,7 +28,7 @@ namespace osm {
 namespace fs = std::filesystem;
 
 void RequireFile(const std::string& path) {
-    if (!fs::exists(path))
+    if (!FileExists(path))
         throw Fault("missing required file: " + path +
                     " (the program folder must hold it; see data/README.md)");
 }

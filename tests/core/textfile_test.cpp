@@ -4,6 +4,7 @@
 
 #include "core/fault.h"
 #include "core/textfile.h"
+#include "core/util.h"
 #include "support/test_folder.h"
 
 using namespace osm;
@@ -91,4 +92,13 @@ TEST(TextWriter, RoundTripAndNoLossOnFailure) {
     EXPECT_EQ(in.Text("k"), "TimeWindow");
     EXPECT_EQ(in.Int16("v"), 10);
     EXPECT_THROW(TextWriter(f.File("no/such/folder/x.txt")), FileFault);
+}
+
+TEST(FileHelpers, StemDropsTheLastThreeCharacters) {
+    EXPECT_EQ(Stem("Reaches.csv"), "Reaches.");
+    EXPECT_EQ(Stem("Reaches.csv") + "qsvw", "Reaches.qsvw");
+    EXPECT_EQ(Stem("ab"), "");
+    TestFolder f;
+    EXPECT_TRUE(FileExists(f.Write("x.txt", "")));
+    EXPECT_FALSE(FileExists(f.File("y.txt")));
 }
