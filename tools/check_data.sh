@@ -1,0 +1,21 @@
+#!/bin/sh
+# Regenerates the default data set into a temporary folder and compares it
+# with data/ byte for byte; then runs the data sanity checks on data/.
+# Exits non-zero on any difference or failed check.
+set -u
+here=$(cd "$(dirname "$0")" && pwd)
+repo=$(dirname "$here")
+data=${1:-$repo/data}
+tmp=$(mktemp -d "${TMPDIR:-/tmp}/osm-data.XXXXXX")
+trap 'rm -rf "$tmp"' EXIT INT TERM
+
+python3 "$here/make_data.py" --out "$tmp/data" >/dev/null || {
+    echo "check_data: the generator failed" >&2
+    exit 1
+}
+if ! diff -r -q "$tmp/data" "$data"; then
+    echo "check_data: data/ differs from the generator's output; run python3 tools/make_data.py" >&2
+    exit 1
+fi
+python3 "$here/check_data_sanity.py" "$data" || exit 1
+echo "check_data: data/ matches the generator's output"
