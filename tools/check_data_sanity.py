@@ -807,32 +807,34 @@ def main(argv):
     if failures:
         print("\n".join(failures))
         return 1
-    reaches = check_reaches(D)
-    rx = Rx(reaches)
-    steps = [
-        lambda: check_riverware(D),
-        lambda: check_sts(D, reaches),
-        lambda: check_stars(D, rx, reaches),
-        lambda: check_storage(D, rx),
-        lambda: check_substrate(D, rx),
-        lambda: check_rc90(D, rx),
-        lambda: check_obs_sites(D, rx),
-        lambda: check_maps(D, reaches),
-    ]
-    for s in steps:
+    def guarded(step):
         try:
-            s()
-        except (ValueError, KeyError, IndexError) as e:
-            fail("check", "could not read: %r" % (e,))
-    try:
-        groups = check_tribs(D, rx, reaches)
-        inv, camps = check_camps(D, rx, reaches)
-        check_rec(D, camps)
-        check_phy(D, inv, 2)
-        ns = check_population(D, reaches)
-        check_graphs(D, ns)
-    except (ValueError, KeyError, IndexError) as e:
-        fail("check", "could not read: %r" % (e,))
+            return step()
+        except Exception as e:          # a malformed file: report and go on
+            fail("check", "could not read: %s: %s" % (type(e).__name__, e))
+            return None
+
+    reaches = guarded(lambda: check_reaches(D))
+    if reaches is not None:
+        rx = Rx(reaches)
+        for step in (lambda: check_riverware(D),
+                     lambda: check_sts(D, reaches),
+                     lambda: check_stars(D, rx, reaches),
+                     lambda: check_storage(D, rx),
+                     lambda: check_substrate(D, rx),
+                     lambda: check_rc90(D, rx),
+                     lambda: check_tribs(D, rx, reaches),
+                     lambda: check_obs_sites(D, rx),
+                     lambda: check_maps(D, reaches)):
+            guarded(step)
+        camps = guarded(lambda: check_camps(D, rx, reaches))
+        if camps is not None:
+            inv, rows = camps
+            guarded(lambda: check_rec(D, rows))
+            guarded(lambda: check_phy(D, inv, 2))
+        ns = guarded(lambda: check_population(D, reaches))
+        if ns is not None:
+            guarded(lambda: check_graphs(D, ns))
     if failures:
         print("data sanity: %d failure(s)" % len(failures))
         print("\n".join(failures))

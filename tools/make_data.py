@@ -1167,8 +1167,9 @@ def wander_line(rng, start, heading, length, step, wiggle):
 
 def lake_polygon(rng, start, heading, length, width):
     """An elongated, winding lake from `start` along `heading`."""
-    axis = wander_line(rng, start, heading, length, 1.0, 12.0)
+    axis = wander_line(rng, start, heading, length, 1.0, 7.0)
     left, right = [], []
+    z = 0.0
     for i, (x, y) in enumerate(axis):
         if i + 1 < len(axis):
             dx, dy = axis[i + 1][0] - x, axis[i + 1][1] - y
@@ -1176,7 +1177,8 @@ def lake_polygon(rng, start, heading, length, width):
             dx, dy = x - axis[i - 1][0], y - axis[i - 1][1]
         d = math.hypot(dx, dy)
         nx, ny = -dy / d, dx / d
-        w = width * (0.35 + 0.65 * min(1.0, i / 4.0)) * math.exp(rng.normal(0, 0.25))
+        z = 0.8 * z + rng.normal(0, 0.12)          # smooth changes of width
+        w = width * (0.35 + 0.65 * min(1.0, i / 4.0)) * math.exp(z)
         left.append((x + nx * w * 0.5, y + ny * w * 0.5))
         right.append((x - nx * w * 0.5, y - ny * w * 0.5))
     poly = left + right[::-1]
@@ -1201,9 +1203,9 @@ def gen_map(tribs_all):
         p0 = (river[i][0] * (1 - f) + river[i + 1][0] * f, river[i][1] * (1 - f) + river[i + 1][1] * f)
         hr = math.atan2(river[i + 1][1] - river[i][1], river[i + 1][0] - river[i][0])
         side = -side if rng.uniform() < 0.7 else side
-        hdir = hr + side * math.radians(rng.uniform(60, 120))
+        hdir = hr + side * math.radians(rng.uniform(70, 110))
         length = min(70.0, 1.5 + 0.32 * math.sqrt(area))
-        line = wander_line(rng, p0, hdir, length, max(0.3, length / 25.0), 14.0)
+        line = wander_line(rng, p0, hdir, length, max(0.3, length / 25.0), 8.0)
         lines.append((name, line[::-1]))      # drawn from the head to the mouth
     # Shift everything onto a positive grid.
     allpts = river + vessin + drume + [p for _, l in lines for p in l]
