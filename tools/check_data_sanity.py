@@ -260,6 +260,9 @@ def check_sts(D, reaches):
             if int(f[0]) != m or float(f[1]) != levels[L_ - 1] or f[2] != '"Power Value="':
                 fail(srel, "record %d: month/level/key" % (k + 1))
                 break
+            if f32(int(f[3])) != int(f[3]):
+                fail(srel, "record %d: power value %s is not exact in single precision" % (k + 1, f[3]))
+                break
             body = f[4:]
             if len(body) != 11 * 50:
                 fail(srel, "record %d: %d reach fields" % (k + 1, len(body)))
@@ -499,6 +502,7 @@ def check_camps(D, rx, reaches):
     inv = {}
     for r in rows:
         rr = rx.of(float(r["MILE"]) + HARL_FERRY)
+        check(rx.inside(float(r["MILE"]) + HARL_FERRY) == rr, rel, "camp %s on a reach break" % r["INDEX"])
         inv.setdefault(rr, [0, 0, 0])["LMS".index(r["SIZE"][0].upper())] += 1
     for r in range(3, 13):
         check(r in inv, rel, "reach %d has no camp" % r)

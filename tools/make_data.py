@@ -733,7 +733,8 @@ def gen_camps():
         miles = sorted(round(m, 2) for m in miles)
         fixed = []
         for m in miles:
-            while any(abs(m - e) < 0.03 for e in edges) or any(abs(m - f) < 0.05 for f in fixed):
+            while any(abs(m - e) < 0.03 for e in edges) or any(abs(m - f) < 0.05 for f in fixed) or \
+                    any(abs(m + HARL_FERRY - b) < 0.05 for _, a_, b in REACHES):
                 m = round(m + 0.07, 2)
             fixed.append(m)
         miles = sorted(fixed)
@@ -1043,7 +1044,9 @@ def gen_scenario(sc):
             cap = cfs_to_af(POWERPLANT_CFS, m)
             energy = min(vol, cap) * ENERGY_MWH_PER_AF
             flex = min(1.0, rng_w / max(qm, 1.0))
-            pv = int(round(energy * POWER_PRICE[m - 1] * (1 + PEAK_PREMIUM * flex)))
+            pv = energy * POWER_PRICE[m - 1] * (1 + PEAK_PREMIUM * flex)
+            # whole dollars, at most 7 significant digits (a single holds it exactly)
+            pv = int(round(pv, 6 - int(math.floor(math.log10(pv)))))
             power[(m, L)] = pv
             reaches = []
             for r in range(FIRST_REACH, LAST_REACH + 1):
