@@ -527,7 +527,7 @@ STARS_Q = [5000, 8000, 10000, 15000, 18000, 20000, 25000, 30000, 35000, 40000, 4
 SECTION_KINDS = {
     "pool": ((13.0, 18.0), (0.30, 0.36), (0.95, 1.15), (0.08, 0.14)),
     "run": ((9.0, 13.0), (0.34, 0.40), (1.05, 1.30), (0.10, 0.17)),
-    "rapid": ((5.5, 9.0), (0.40, 0.46), (1.20, 1.50), (0.13, 0.20)),
+    "rapid": ((5.5, 9.0), (0.40, 0.46), (1.15, 1.40), (0.12, 0.18)),
 }
 
 
@@ -1998,6 +1998,13 @@ def write_readme(w, D):
     subs["SCENARIOS"] = md_table(["file", "scenario", "max flow (cfs)", "up / down ramp (cfs/h)",
                                   "daily change (cfs)", "min flow night / day (cfs)",
                                   "power value at 800,000 af/month ($M/yr)"], rows)
+    secs = D["sections"]
+    st5 = [x["rows"][0][1] for x in secs]
+    st60 = [x["rows"][-1][1] for x in secs]
+    wd = [x["rows"][i][3] for x in secs for i in (0, -1)]
+    subs["STARS_STATS"] = ("%d sections, stage %.0f to %.0f ft at 5,000 cfs and %.0f to %.0f ft at "
+                           "60,000 cfs, widths %.0f to %.0f ft." % (len(secs), min(st5), max(st5),
+                                                                    min(st60), max(st60), min(wd), max(wd)))
     subs["TEMPS"] = md_table(["month"] + MONTH_NAMES,
                              [["release (C)"] + ["%.1f" % release_temp(m) for m in range(1, 13)],
                               ["equilibrium (C)"] + ["%.1f" % eq_temp(m) for m in range(1, 13)],
