@@ -90,7 +90,7 @@ void AllocateReachArrays(Model& m) {
         t->redim(reach);
     p.HourlyStage.redim(Bounds{0, 24}, reach, Bounds{0, 2});
     p.SedConc.redim(reach, Bounds{0, 2});
-    p.HistSedConc.redim(months, reach);
+    p.HistSedConc.redim(months, reach0);
     for (auto* t : {&p.QTable, &p.StageTable, &p.WidthTable}) t->redim(Bounds{1, 13}, reach);
     p.SliceArea.redim(Bounds{1, mn.NSlices}, reach);
     p.SliceWidth.redim(slices0, reach);
@@ -98,7 +98,7 @@ void AllocateReachArrays(Model& m) {
     p.WetArea.redim(reach);
     p.IndexSlice.redim(Bounds{0, 4}, reach);
     p.WaterTemp.redim(reach0);
-    p.ObsTemp.redim(months, reach);
+    p.ObsTemp.redim(months, reach0);  // reach 0 takes readings of a mile outside the river
 
     Sediment& s = m.sediment;
     s.SandStore.redim(slices0, run, Bounds{1, 3});
@@ -109,6 +109,7 @@ void AllocateReachArrays(Model& m) {
     s.PoolPotRef.redim(run);
 
     m.morph.TribQ.redim(months, reach);
+    m.morph.TribFlow.redim(months, reach);
     m.morph.TribSedConc.redim(months, reach, Bounds{0, 2});
 
     Production& pr = m.production;

@@ -7,7 +7,8 @@ namespace osm {
 struct Morph {
     // mg/l per g/ft3; set when the tributary sheet is read, 0 before.
     float MgLPerGFt3 = 0.0f;
-    Table2<float> TribQ{"TribQ"};              // (month index 0..600, r), cfs
+    Table2<float> TribQ{"TribQ"};              // (month index 0..600, r), cfs entering in r
+    Table2<float> TribFlow{"TribFlow"};        // (month index 0..600, r), cfs summed down the river
     Table3<float> TribSedConc{"TribSedConc"};  // (month index 0..600, r, k 0..2), g/ft3
 };
 

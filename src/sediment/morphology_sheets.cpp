@@ -4,7 +4,10 @@
 
 namespace osm {
 
-void ReadTribFlow(Model&, const std::string& /*workbook*/, const std::string& /*sheet*/) {}
+void ReadTribFlow(Model& m, const std::string& /*workbook*/, const std::string& /*sheet*/) {
+    // The conversion is set before anything else reads it, the flow engine included.
+    m.morph.MgLPerGFt3 = static_cast<float>(1000.0 / 28.317);
+}
 void ReadSpateEvents(Model&, const std::string& /*workbook*/, const std::string& /*sheet*/) {}
 void ReadRC90(Model&, const std::string& /*workbook*/, const std::string& /*sheet*/) {}
 void ReadSubstrate(Model&, const std::string& /*workbook*/, const std::string& /*sheet*/) {}

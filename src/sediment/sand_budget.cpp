@@ -4,8 +4,11 @@
 
 namespace osm {
 
-void SandStep(Model&, int /*r*/, int /*month*/, float /*p*/, float /*Q*/, float /*StageHi*/,
-              float /*QHi*/) {}
+void SandStep(Model& m, int r, int /*month*/, float /*p*/, float /*Q*/, float /*StageHi*/,
+              float /*QHi*/) {
+    // Without storage a reach passes on the concentrations it receives.
+    for (int k = 1; k <= 2; ++k) m.sediment.ReachConc(r, k) = m.sediment.ReachConc(r - 1, k);
+}
 void ResetSandStore(Model&) {}
 
 }  // namespace osm

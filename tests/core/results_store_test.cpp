@@ -13,6 +13,13 @@ using namespace osm;
 
 namespace {
 
+// Some sand in suspension everywhere, so that percent fines is a number.
+std::unique_ptr<test::SmallModel> startWithSediment(bool physOnly) {
+    auto s = test::StartSmallModel(physOnly);
+    for (int r = 1; r <= s->m.main.NReaches; ++r) s->m.physical.SedConc(r, 1) = 1.0f;
+    return s;
+}
+
 void monthOf(Model& m, int iYear, int iMonth) {
     SetCalendar(m, iYear, iMonth);
     StoreResults(m, iYear, iMonth);
@@ -21,7 +28,7 @@ void monthOf(Model& m, int iYear, int iMonth) {
 }  // namespace
 
 TEST(ResultsStore, StoresTheExpressionsOfTheTable) {
-    auto s = test::StartSmallModel(false);
+    auto s = startWithSediment(false);
     Model& m = s->m;
     m.main.CurYr = 50;
     m.morph.MgLPerGFt3 = static_cast<float>(1000.0 / 28.317);
@@ -65,7 +72,7 @@ TEST(ResultsStore, StoresTheExpressionsOfTheTable) {
 }
 
 TEST(ResultsStore, PhysicalModeStoresOnlyTheFirstThirteen) {
-    auto s = test::StartSmallModel(true);
+    auto s = startWithSediment(true);
     Model& m = s->m;
     m.production.DO(2) = 9;
     m.physical.WaterTemp(2) = 12;
@@ -75,7 +82,7 @@ TEST(ResultsStore, PhysicalModeStoresOnlyTheFirstThirteen) {
 }
 
 TEST(ResultsStore, LongTermObservedAveragesWhenAsked) {
-    auto s = test::StartSmallModel(true);
+    auto s = startWithSediment(true);
     Model& m = s->m;
     m.physical.ObsTemp(0, 2) = 11;
     m.physical.ObsTemp(3, 2) = 14;
@@ -89,7 +96,7 @@ TEST(ResultsStore, LongTermObservedAveragesWhenAsked) {
 }
 
 TEST(ResultsStore, Month601GrowsTheStoreKeepingBothRuns) {
-    auto s = test::StartSmallModel(true);
+    auto s = startWithSediment(true);
     Model& m = s->m;
     m.main.NYears = 51;
     m.physical.MaxFlow(3) = 1000;
@@ -106,7 +113,7 @@ TEST(ResultsStore, Month601GrowsTheStoreKeepingBothRuns) {
 }
 
 TEST(ResultsStore, ANonFiniteValueIsAFaultNamingWhere) {
-    auto s = test::StartSmallModel(true);
+    auto s = startWithSediment(true);
     Model& m = s->m;
     m.physical.SedConc(3, 1) = 0;  // percent fines of no sediment: 0/0
     try {

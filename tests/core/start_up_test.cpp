@@ -68,12 +68,12 @@ TEST(StartUp, AMissingRequiredFileIsNamed) {
 TEST(StartUp, ReplacedDefaultFilesAndTooManyScenarios) {
     TestFolder f;
     test::WriteSmallRiver(f);
-    const std::string other = f.Write("other/Two.csv",
-        "\"Two reaches\",2,1,2\r\n\"a\",\"b\",\"c\",\"d\"\r\n1,\"A\",0,10\r\n2,\"B\",10,20\r\n");
+    const std::string other = f.Write("other/Other.csv",
+        "\"Other\",3,2,3\r\n\"a\",\"b\",\"c\",\"d\"\r\n1,\"A\",0,1\r\n2,\"B\",1,10\r\n3,\"C\",10,20\r\n");
     Model m;
     StartUp(m, StartOptions{f.path(), true, {{"reach-breaks", other}}});
-    EXPECT_EQ(m.main.NReaches, 2);
-    EXPECT_EQ(m.main.FirstReach, 1);
+    EXPECT_EQ(m.main.ReachLabel(3), "C");
+    EXPECT_EQ(m.main.ReachFile, other);
 
     f.Write("diurnal_scenarios.txt", "a b c d e f g h i j k\r\n");
     Model n;
@@ -86,16 +86,17 @@ TEST(StartUp, NewReachBreaksReloadsAndRefusesMoreReachesThanTheStore) {
     Model m;
     StartUp(m, StartOptions{f.path(), true, {}});
     m.main.Results(0, 1, 1, 3, 1) = 5.0f;
-    const std::string two = f.Write("Two.csv",
-        "\"Two reaches\",2,1,2\r\n\"a\",\"b\",\"c\",\"d\"\r\n1,\"A\",0,10\r\n2,\"B\",10,20\r\n");
+    const std::string two = f.Write("Short.csv",
+        "\"Shorter\",3,2,3\r\n\"a\",\"b\",\"c\",\"d\"\r\n1,\"A\",0,1\r\n2,\"B\",1,10\r\n3,\"C\",10,20\r\n");
     NewReachBreaks(m, two);
-    EXPECT_EQ(m.main.NReaches, 2);
+    EXPECT_EQ(m.main.ReachLabel(2), "B");
     EXPECT_EQ(m.main.ReachFile, two);
     EXPECT_EQ(m.main.Results(0, 1, 1, 3, 1), 5.0f);  // the store keeps its contents
     const std::string four = f.Write("Four.csv",
         "\"Four\",4,2,4\r\n\"a\",\"b\",\"c\",\"d\"\r\n1,\"A\",0,1\r\n2,\"B\",1,2\r\n3,\"C\",2,3\r\n4,\"D\",3,4\r\n");
     EXPECT_THROW(NewReachBreaks(m, four), Fault);
-    EXPECT_EQ(m.main.NReaches, 2);
+    EXPECT_EQ(m.main.NReaches, 3);
+    EXPECT_EQ(m.main.ReachLabel(2), "B");
     NewReachBreaks(m, "");
-    EXPECT_EQ(m.main.NReaches, 2);
+    EXPECT_EQ(m.main.ReachFile, two);
 }

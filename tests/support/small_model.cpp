@@ -8,7 +8,8 @@ std::unique_ptr<SmallModel> StartSmallModel(bool physOnly) {
     auto s = std::make_unique<SmallModel>();
     WriteSmallRiver(s->folder);
     StartUp(s->m, StartOptions{s->folder.path(), physOnly, {}});
-    for (int r = 1; r <= s->m.main.NReaches; ++r) s->m.physical.SedConc(r, 1) = 1.0f;
+    s->m.sediment.OSDSSConc = 10;
+    s->m.sediment.PostOSDPropSand = 0.5f;
     return s;
 }
 

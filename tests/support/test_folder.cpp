@@ -1,11 +1,18 @@
 #include "support/test_folder.h"
 
 #include <atomic>
+#include <cmath>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <unistd.h>
 #include <vector>
+
+#include "core/model.h"
+#include "core/reaches.h"
+#include "core/start_up.h"
+#include "hydrology/flow_engine.h"
 
 namespace osm::test {
 
@@ -112,6 +119,61 @@ std::string grs() {
     return s;
 }
 
+// Ratings of a wide gorge: stage and width rise with discharge at every section.
+std::string starsOut() {
+    static const int q[] = {5000, 8000, 10000, 15000, 18000, 20000, 25000, 30000, 35000, 40000, 45000, 60000};
+    std::string s = "MILE,DISCHARGE,STAGE,VELOCITY,WIDTH\r\n";
+    for (double osdMile : {5.0, 15.0, 25.0, 35.0})
+        for (int d : q) {
+            const double stage = 1.5 * std::sqrt(d / 1000.0) + osdMile / 20;
+            char row[128];
+            std::snprintf(row, sizeof row, "%.2f,%d,%.3f,%.3f,%.1f\r\n", osdMile - 15.62, d, stage,
+                          2 + d / 20000.0, 180 + 4 * stage);
+            s += row;
+        }
+    return s;
+}
+
+std::string monthlyVolumes() {
+    std::string s = "YR,MNTH,ACFT\r\n";
+    for (int i = 1; i <= 600; ++i)
+        s += std::to_string(48 + (i - 1) / 12) + "," + std::to_string((i - 1) % 12 + 1) + "," +
+             std::to_string(600000 + 50000 * ((i - 1) % 12 % 5)) + "\r\n";
+    return s;
+}
+
+// The scenario and experimental release files, written by the program's own writers.
+void writeScenarios(const TestFolder& f) {
+    Model m;
+    BuildMonthsTable(m);
+    ReadReachFile(m, f.File("Reaches.csv"));
+    Physical& p = m.physical;
+    for (int y = 48; y <= 148; ++y) p.DiurnalCode(y) = 1;
+    for (int mo = 1; mo <= 12; ++mo) p.ExpTemp(mo) = 10;
+    SaveExp(m, f.File("default.exp"));
+    p.QAvgTable.redim(Bounds{0, 12}, Bounds{0, 6}, Bounds{0, m.main.NReaches});
+    p.QDiTable.redim(Bounds{0, 2}, Bounds{0, 12}, Bounds{0, 6}, Bounds{0, m.main.NReaches}, Bounds{0, 24});
+    p.StsTitle = "Test scenario";
+    p.MaxFlowLimit = 31500;
+    for (int L = 1; L <= 6; ++L) {
+        p.VolLevel(L) = static_cast<float>(200000 * L);
+        for (int mo = 1; mo <= 12; ++mo) {
+            p.PowerVal(mo, L) = static_cast<float>(1000000 * L);
+            for (int r = 2; r <= 3; ++r) {
+                const float mean = static_cast<float>(3300 * L);
+                p.QAvgTable(mo, L, r) = mean;
+                for (int h = 1; h <= 24; ++h) {
+                    const bool peak = h >= 8 && h <= 20;
+                    p.QDiTable(1, mo, L, r, h) = mean * (peak ? 1.2f : 0.75f);
+                    p.QDiTable(2, mo, L, r, h) = mean * 0.9f;
+                }
+            }
+        }
+    }
+    WriteSts(m, f.File("noaction.sts"));
+    WriteSts(m, f.File("steady.sts"));
+}
+
 }  // namespace
 
 void WriteSmallRiver(const TestFolder& f) {
@@ -122,13 +184,21 @@ void WriteSmallRiver(const TestFolder& f) {
             "1,\"Dam\",0,0.5\r\n2,\"Upper gorge\",0.5,20.62\r\n3,\"Lower gorge\",20.62,40\r\n");
     f.Write("graphleg.txt", graphleg());
     f.Write("default.grs", grs());
-    for (const char* name : {"default.rec", "default.exp", "default.phy", "noaction.sts",
-                             "steady.sts", "ORRiv.mif", "ORRiv.mid", "Lakes.mif", "tribs.mif",
+    writeScenarios(f);
+    for (const char* name : {"default.rec", "default.phy", "ORRiv.mif", "ORRiv.mid", "Lakes.mif", "tribs.mif",
                              "model.mde", "Reachlabels.csv", "CampingBeaches.csv", "default.bhp",
                              "default.fis", "default.trb"})
         f.Write(name, "\r\n");
-    f.Write("riverware.xls/Historical.csv", "YR,MNTH,ACFT\r\n");
+    f.Write("riverware.xls/Historical.csv", monthlyVolumes());
     f.Write("physical.xls/TribFlow.csv", "OSD_Mile,YR,MNTH,CMONTH,AVGQW,SandMGL,FineMGL\r\n");
+    f.Write("physical.xls/StarsOut.csv", starsOut());
+    f.Write("physical.xls/OSDEqTemp.csv",
+            "OSDOut,EQUILIB\r\n8,4\r\n8,6\r\n8.5,9\r\n9,13\r\n9.5,17\r\n10,22\r\n"
+            "10.5,26\r\n11,27\r\n11.5,23\r\n11,17\r\n10,11\r\n9,6\r\n");
+    f.Write("physical.xls/MainTemp.csv",
+            "OSD_Mile,YR,MNTH,AVGTEMP\r\n5,90,7,11.4\r\n5,90,8,12.5\r\n30,90,7,14.6\r\n");
+    f.Write("physical.xls/Mainsed.csv",
+            "OSD_Mile,YR,MONTH,AVGQ_CFS,AVGSSMGL\r\n1,55,5,40000,4000\r\n1,55,6,60000,6500\r\n");
     f.Write("lower_production.xls/Benthos.csv", "OSD_Mile\r\n");
     f.Write("population.xls/Lookup.csv", "Code\r\n");
 }

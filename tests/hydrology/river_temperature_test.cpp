@@ -1,0 +1,247 @@
+#include "hydrology/river_temperature.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <fstream>
+#include <initializer_list>
+#include <string>
+
+#include "core/fault.h"
+#include "core/model.h"
+#include "core/reaches.h"
+#include "support/test_folder.h"
+
+using namespace osm;
+using osm::test::TestFolder;
+
+namespace {
+
+// Reach 1 is the dam row; the run reaches are 10 and 20 miles long.
+const char* evenReaches =
+    "\"Test river\",3,2,3\r\n\"Reach\",\"Label\",\"Upper\",\"Lower\"\r\n"
+    "1,\"Dam\",0,0.5\r\n2,\"Upper gorge\",0.5,10.5\r\n3,\"Lower gorge\",10.5,30.5\r\n";
+
+const char* gaugeReaches =
+    "\"Test river\",3,2,3\r\n\"Reach\",\"Label\",\"Upper\",\"Lower\"\r\n"
+    "1,\"Dam\",0,0.5\r\n2,\"Upper gorge\",0.5,20.62\r\n3,\"Lower gorge\",20.62,40\r\n";
+
+template <typename F>
+std::string faultText(F&& f) {
+    try {
+        f();
+    } catch (const Fault& e) {
+        return e.what();
+    }
+    ADD_FAILURE() << "expected a fault";
+    return "";
+}
+
+::testing::AssertionResult holds(const std::string& text, std::initializer_list<const char*> parts) {
+    for (const char* p : parts)
+        if (text.find(p) == std::string::npos)
+            return ::testing::AssertionFailure() << "'" << p << "' not in: " << text;
+    return ::testing::AssertionSuccess();
+}
+
+void setYear(Model& m, int yr, int month) {
+    m.main.CurYr = static_cast<int16_t>(yr);
+    m.main.SimYr = static_cast<int16_t>(yr);
+    m.main.MonthIdx = static_cast<int16_t>((yr - 48) * 12 + month);
+}
+
+// Normal 8, experimental 15 and equilibrium 20 degrees in every month.
+class RiverTemperatureTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ReadReachFile(m, f.Write("Reaches.csv", evenReaches));
+        for (int mo = 1; mo <= 12; ++mo) {
+            m.physical.BaseTemp(mo) = 8;
+            m.physical.ExpTemp(mo) = 15;
+            m.physical.EqTemp(mo) = 20;
+        }
+        for (int r = 2; r <= 3; ++r) {
+            m.physical.MeanFlow(r) = 1000;
+            m.physical.MeanWidth(r) = 100;
+        }
+    }
+    float release(int yr) {
+        setYear(m, yr, 7);
+        RiverTemperature(m, 7);
+        return m.physical.WaterTemp(1);
+    }
+
+    TestFolder f;
+    Model m;
+};
+
+TEST_F(RiverTemperatureTest, WithoutExchangeOnlyTributariesMix) {
+    setYear(m, 70, 5);
+    m.physical.HeatEx = 0;
+    m.physical.MeanFlow(3) = 2000;
+    m.morph.TribQ(269, 2) = 250;
+    m.morph.TribQ(269, 3) = 500;
+    RiverTemperature(m, 5);
+    EXPECT_FLOAT_EQ(m.physical.WaterTemp(1), 8.0f);
+    // (750*8 + 250*20)/1000, then (1500*11 + 500*20)/2000.
+    EXPECT_FLOAT_EQ(m.physical.WaterTemp(2), 11.0f);
+    EXPECT_FLOAT_EQ(m.physical.WaterTemp(3), 13.25f);
+}
+
+TEST_F(RiverTemperatureTest, ExchangeDecaysTowardEquilibrium) {
+    setYear(m, 70, 5);
+    m.physical.HeatEx = 0.5f;
+    RiverTemperature(m, 5);
+    // x = -0.5*100*10/1000 = -0.5: 20 - 12*exp(-0.5); the next reach is twice as long.
+    EXPECT_NEAR(m.physical.WaterTemp(2), 12.7216321, 1e-4);
+    EXPECT_NEAR(m.physical.WaterTemp(3), 20.0 - 12.0 * std::exp(-1.5), 1e-4);
+}
+
+TEST_F(RiverTemperatureTest, AllTributaryFlowSitsAtEquilibrium) {
+    setYear(m, 70, 5);
+    m.physical.HeatEx = 0;
+    m.morph.TribQ(269, 2) = 1000;
+    RiverTemperature(m, 5);
+    EXPECT_FLOAT_EQ(m.physical.WaterTemp(2), 20.0f);
+    EXPECT_FLOAT_EQ(m.physical.WaterTemp(3), 20.0f);
+}
+
+TEST_F(RiverTemperatureTest, PreDamYearsReleaseRiverWater) {
+    m.sediment.HistOSDSSConc = true;
+    EXPECT_FLOAT_EQ(release(62), 20.0f);
+    EXPECT_FLOAT_EQ(m.physical.WaterTemp(2), 20.0f);
+    EXPECT_FLOAT_EQ(release(63), 8.0f);
+    EXPECT_FLOAT_EQ(release(48), 20.0f);
+    m.sediment.HistOSDSSConc = false;
+    EXPECT_FLOAT_EQ(release(62), 8.0f);
+}
+
+TEST_F(RiverTemperatureTest, ExperimentalYearOverridesThePreDamRule) {
+    m.sediment.HistOSDSSConc = true;
+    m.physical.ExpTempYr(55) = true;
+    m.physical.ExpTempYr(90) = true;
+    EXPECT_FLOAT_EQ(release(55), 15.0f);
+    EXPECT_FLOAT_EQ(release(56), 20.0f);
+    EXPECT_FLOAT_EQ(release(90), 15.0f);
+    EXPECT_FLOAT_EQ(release(91), 8.0f);
+}
+
+TEST_F(RiverTemperatureTest, NoFlowIsAFaultNamingYearMonthAndReach) {
+    setYear(m, 62, 4);
+    m.physical.HeatEx = 0;
+    m.physical.WaterTemp(3) = -1;
+    m.physical.MeanFlow(3) = 0;
+    EXPECT_TRUE(holds(faultText([&] { RiverTemperature(m, 4); }), {"1962", "month 4", "reach 3"}));
+    // The reaches above it keep this month's result.
+    EXPECT_FLOAT_EQ(m.physical.WaterTemp(2), 8.0f);
+    EXPECT_FLOAT_EQ(m.physical.WaterTemp(3), -1.0f);
+}
+
+class TempSheetTest : public ::testing::Test {
+protected:
+    void SetUp() override { ReadReachFile(m, f.Write("Reaches.csv", gaugeReaches)); }
+    std::string book() const { return f.File("physical.xls"); }
+
+    TestFolder f;
+    Model m;
+};
+
+TEST_F(TempSheetTest, ObservedSeriesIsRoundedToWholeDegreesAndAveraged) {
+    f.Write("physical.xls/MainTemp.csv",
+            "OSD_Mile,YR,MNTH,AVGTEMP\r\n"
+            "5,62,1,12.5\r\n"
+            "5,62,2,13.5\r\n"
+            "5,62,4,9.4\r\n"
+            "20.62,70,6,10.5\r\n"   // the downstream mile of reach 2 is reach 3's
+            "20.62,70,7,11.6\r\n"
+            "55,70,8,7\r\n");       // below the river: reach 0, out of the way
+    LoadObsTemp(m, "MainTemp$", book());
+    const auto& obs = m.physical.ObsTemp;
+    EXPECT_FLOAT_EQ(obs(169, 2), 12.0f);
+    EXPECT_FLOAT_EQ(obs(170, 2), 14.0f);
+    EXPECT_FLOAT_EQ(obs(171, 2), 0.0f);  // a missing month keeps 0
+    EXPECT_FLOAT_EQ(obs(172, 2), 9.0f);
+    EXPECT_FLOAT_EQ(obs(0, 2), 35.0f / 3.0f);
+    EXPECT_FLOAT_EQ(obs(270, 3), 10.0f);
+    EXPECT_FLOAT_EQ(obs(271, 3), 12.0f);
+    EXPECT_FLOAT_EQ(obs(0, 3), 11.0f);
+    EXPECT_FLOAT_EQ(obs(272, 3), 0.0f);
+    EXPECT_FLOAT_EQ(obs(0, 1), 0.0f);
+
+    // Loading again starts afresh rather than adding to the means.
+    LoadObsTemp(m, "MainTemp$", book());
+    EXPECT_FLOAT_EQ(m.physical.ObsTemp(0, 3), 11.0f);
+}
+
+TEST_F(TempSheetTest, AMonthIndexOutsideTheTableIsAFaultThatChangesNothing) {
+    f.Write("physical.xls/MainTemp.csv", "OSD_Mile,YR,MNTH,AVGTEMP\r\n5,62,1,12\r\n");
+    LoadObsTemp(m, "MainTemp$", book());
+    f.Write("physical.xls/Early.csv", "OSD_Mile,YR,MNTH,AVGTEMP\r\n5,62,1,3\r\n5,40,3,12\r\n");
+    EXPECT_TRUE(holds(faultText([&] { LoadObsTemp(m, "Early$", book()); }), {"Early$", "row 3", "-93"}));
+    f.Write("physical.xls/Late.csv", "OSD_Mile,YR,MNTH,AVGTEMP\r\n5,98,1,12\r\n");
+    EXPECT_TRUE(holds(faultText([&] { LoadObsTemp(m, "Late$", book()); }), {"row 2", "601"}));
+    f.Write("physical.xls/Zero.csv", "OSD_Mile,YR,MNTH,AVGTEMP\r\n5,48,0,12\r\n");
+    EXPECT_TRUE(holds(faultText([&] { LoadObsTemp(m, "Zero$", book()); }), {"row 2", "index 0"}));
+    EXPECT_FLOAT_EQ(m.physical.ObsTemp(169, 2), 12.0f);
+    EXPECT_FLOAT_EQ(m.physical.ObsTemp(0, 2), 12.0f);
+}
+
+std::string patternSheet(int rows) {
+    std::string s = "Month,OSDOut,Note,EQUILIB\r\n";
+    for (int mo = 1; mo <= rows; ++mo)
+        s += std::to_string(mo) + "," + std::to_string(mo + 5) + ".5,\"n " + std::to_string(mo) +
+             "\"," + std::to_string(mo + 10) + "\r\n";
+    return s;
+}
+
+TEST_F(TempSheetTest, PatternsAreReadByMonthRow) {
+    f.Write("physical.xls/OSDEqTemp.csv", patternSheet(12));
+    LoadTempPatterns(m, "OSDEQTemp$", book());
+    EXPECT_FLOAT_EQ(m.physical.BaseTemp(1), 6.5f);
+    EXPECT_FLOAT_EQ(m.physical.BaseTemp(12), 17.5f);
+    EXPECT_FLOAT_EQ(m.physical.EqTemp(1), 11.0f);
+    EXPECT_FLOAT_EQ(m.physical.EqTemp(12), 22.0f);
+    EXPECT_FLOAT_EQ(m.physical.BaseTemp(0), 0.0f);
+
+    // A thirteenth row is a fault and none of the sheet is taken.
+    std::string longSheet = "OSDOut,EQUILIB\r\n";
+    for (int i = 0; i < 13; ++i) longSheet += "1,2\r\n";
+    f.Write("physical.xls/Long.csv", longSheet);
+    EXPECT_TRUE(holds(faultText([&] { LoadTempPatterns(m, "Long$", book()); }), {"Long$", "row 14", "twelve"}));
+    EXPECT_FLOAT_EQ(m.physical.BaseTemp(1), 6.5f);
+    EXPECT_FLOAT_EQ(m.physical.EqTemp(12), 22.0f);
+}
+
+TEST_F(TempSheetTest, SavedPatternsReadBackAndOtherColumnsStay) {
+    f.Write("physical.xls/OSDEqTemp.csv", patternSheet(12));
+    LoadTempPatterns(m, "OSDEQTemp$", book());
+    m.physical.BaseTemp(3) = 12.3f;
+    m.physical.EqTemp(12) = -0.25f;
+    SaveTempData(m, "OSDEQTemp$", book());
+
+    std::string expected = patternSheet(12);
+    const auto swap = [&](const std::string& from, const std::string& to) {
+        expected.replace(expected.find(from), from.size(), to);
+    };
+    swap("3,8.5,", "3,12.3,");
+    swap("\"n 12\",22", "\"n 12\",-0.25");
+    EXPECT_EQ(f.Read("physical.xls/OSDEqTemp.csv"), expected);
+
+    Model back;
+    back.physical.BaseTemp(3) = 99;
+    LoadTempPatterns(back, "OSDEQTemp$", book());
+    for (int mo = 1; mo <= 12; ++mo) {
+        EXPECT_EQ(back.physical.BaseTemp(mo), m.physical.BaseTemp(mo)) << mo;
+        EXPECT_EQ(back.physical.EqTemp(mo), m.physical.EqTemp(mo)) << mo;
+    }
+}
+
+TEST_F(TempSheetTest, ALegacyWorkbookIsReadOnly) {
+    const std::string legacy = f.File("old.xls");
+    const std::string bytes = std::string("\xD0\xCF\x11\xE0", 4) + "not really a workbook";
+    std::ofstream(legacy, std::ios::binary) << bytes;
+    EXPECT_TRUE(holds(faultText([&] { SaveTempData(m, "OSDEQTemp$", legacy); }), {"old.xls", "read-only"}));
+    EXPECT_EQ(f.Read("old.xls"), bytes);
+}
+
+}  // namespace
