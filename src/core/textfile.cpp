@@ -1,5 +1,8 @@
 #include "core/textfile.h"
 
+#include <unistd.h>
+
+#include <atomic>
 #include <filesystem>
 #include <sstream>
 
@@ -164,8 +167,19 @@ std::string TextReader::Chars(size_t n, std::string_view what) {
     return out;
 }
 
+namespace {
+
+// A temporary name of its own for each save, so two saves of one file never
+// write into the same temporary file.
+std::string temporaryName(const std::string& path) {
+    static std::atomic<unsigned> counter{0};
+    return path + "." + std::to_string(getpid()) + "." + std::to_string(counter++) + ".saving~";
+}
+
+}  // namespace
+
 TextWriter::TextWriter(std::string path, Mode mode)
-    : path_(std::move(path)), tmp_(path_ + ".saving~"), mode_(mode) {
+    : path_(std::move(path)), tmp_(temporaryName(path_)), mode_(mode) {
     out_.open(tmp_, std::ios::binary | std::ios::trunc);
     if (!out_) throw FileFault(path_, "cannot create the file (folder missing or not writable)");
 }

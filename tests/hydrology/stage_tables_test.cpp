@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -154,9 +156,11 @@ TEST(StageTables, CachedFilesOfATinyReach) {
               "\"Number of slices = \",5\r\n\"Thickness of slice = \",2\r\n"
               "2,105600,105600,105600,0,26400\r\n");
     const std::string qsvw = t.f.Read("Tiny.qsvw");
-    EXPECT_EQ(qsvw.substr(0, 95),
-              "\"Q\",\"STAGE\",\"VELOCITY\",\"WIDTH\",\"REACH\"\r\n0,0,0,0,2\r\n5000,4,1.5,40,2\r\n"
-              "8000,6,1.5,60,2\r\n");
+    EXPECT_EQ(qsvw.rfind(
+                  "\"Q\",\"STAGE\",\"VELOCITY\",\"WIDTH\",\"REACH\"\r\n0,0,0,0,2\r\n5000,4,1.5,40,2\r\n"
+                  "8000,6,1.5,60,2\r\n",
+                  0),
+              0u);
     EXPECT_NE(qsvw.find("\r\n60000,26,1.5,95,2\r\n"), std::string::npos);
     EXPECT_EQ(std::count(qsvw.begin(), qsvw.end(), '\n'), 14);
 
@@ -208,8 +212,8 @@ TEST(StageTables, RebuildWritesAndReadsBackTheSheetMeans) {
         }
     }
     EXPECT_FLOAT_EQ(p.StageTable(2, 2), 3.0f);  // (2 + 3 + 1) / 2
-    // Reach 2, slice 1 (stage 2 ft): width 2/3 of 110 over 20.12 miles.
-    EXPECT_NEAR(p.SliceArea(1, 2), 110.0 * 2 / 3 * 20.12 * 5280, 2.0);
+    // Reach 2, slice 1 (stage 2 ft): 2/3 of the 135 ft at 3 ft, over 20.12 miles.
+    EXPECT_NEAR(p.SliceArea(1, 2), 90.0 * 20.12f * 5280, 1.0);
 }
 
 TEST(StageTables, AFlatStageIsCaughtWhenTheTablesAreBuiltOrRead) {
@@ -262,7 +266,6 @@ TEST(StageTables, AMalformedCachedFileNamesFileAndLineAndChangesNothing) {
     EXPECT_FLOAT_EQ(t.m.physical.StageTable(2, 2), 4.0f);
 
     // A group cut short, and a reach the Reach Breaks file does not have.
-    const std::string good = t.f.Read("Tiny.hab");
     std::string cut = text.substr(0, text.find("10000,"));
     cut.replace(cut.find("8000,6x,"), 8, "8000,6,");
     t.f.Write("Tiny.qsvw", cut);
@@ -284,7 +287,6 @@ TEST(StageTables, AMalformedCachedFileNamesFileAndLineAndChangesNothing) {
     EXPECT_THROW(ReadHabFile(t.m, t.reachFile), FileFault);
     EXPECT_FLOAT_EQ(t.m.physical.SliceArea(1, 2), 105600.0f);
     EXPECT_FLOAT_EQ(t.m.physical.WetArea(2), 343200.0f);
-    (void)good;
 }
 
 TEST(StageTables, EnsureBuildsOnlyWhenTheQsvwFileIsMissing) {
