@@ -35,7 +35,7 @@ double Rate(X x, Y y, double arg, int r, const char* xName) {
             break;
         }
     }
-    if (j < 1) j = 2;
+    if (j < 1) j = 1;
     if (j > NRatingRows - 1) j = NRatingRows - 1;
     const double dx = x(j + 1) - x(j);
     if (dx == 0.0)
