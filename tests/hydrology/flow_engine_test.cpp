@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "support/collect_messages.h"
+
 #include "core/fault.h"
 #include "core/model.h"
 #include "core/reaches.h"
@@ -13,11 +15,7 @@ using osm::test::TestFolder;
 
 namespace {
 
-class Collect : public MessageSink {
-public:
-    std::vector<ModelMessage> seen;
-    void Show(const ModelMessage& msg) override { seen.push_back(msg); }
-};
+using Collect = osm::test::CollectMessages;
 
 // Three reaches; a rating of 2 ft per 5000 cfs and 10 ft of width per ft of
 // stage; levels of 100,000 acre-feet whose mean flow is 1000 cfs per level, the

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "support/collect_messages.h"
+
 #include <algorithm>
 #include <filesystem>
 #include <string>
@@ -16,11 +18,7 @@ using osm::test::TestFolder;
 
 namespace {
 
-class Collect : public MessageSink {
-public:
-    std::vector<ModelMessage> seen;
-    void Show(const ModelMessage& msg) override { seen.push_back(msg); }
-};
+using Collect = osm::test::CollectMessages;
 
 const int sheetQ[12] = {5000, 8000, 10000, 15000, 18000, 20000, 25000, 30000, 35000, 40000, 45000, 60000};
 

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "support/collect_messages.h"
+
 #include "core/fault.h"
 #include "core/model.h"
 #include "presentation/graph_table.h"
@@ -10,11 +12,7 @@ using osm::test::TestFolder;
 
 namespace {
 
-class Collect : public MessageSink {
-public:
-    std::vector<ModelMessage> seen;
-    void Show(const ModelMessage& m) override { seen.push_back(m); }
-};
+using Collect = osm::test::CollectMessages;
 
 const char* heads = "a\r\nb\r\nc\r\nd\r\n";
 

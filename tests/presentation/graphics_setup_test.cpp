@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "support/collect_messages.h"
+
 #include "core/model.h"
 #include "presentation/graphics_setup.h"
 #include "support/test_folder.h"
@@ -9,11 +11,7 @@ using osm::test::TestFolder;
 
 namespace {
 
-class Collect : public MessageSink {
-public:
-    std::vector<ModelMessage> seen;
-    void Show(const ModelMessage& m) override { seen.push_back(m); }
-};
+using Collect = osm::test::CollectMessages;
 
 }  // namespace
 
