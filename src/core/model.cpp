@@ -32,6 +32,10 @@ Model::Model() {
     physical.BaseTemp.redim(Bounds{0, 12});
     physical.EqTemp.redim(Bounds{0, 12});
     physical.ExpTemp.redim(Bounds{0, 12});
+    sediment.SandDest.redim(Bounds{1, 3});
+    sediment.IniPropSliceFull.redim(Bounds{1, 3});
+    morph.TribReach.redim(Bounds{1, 2});
+    physical.RelSeason.redim(Bounds{0, 0}, Bounds{1, 12});
     popsubs.Biomass.redim(Bounds{0, 20});
     popsubs.CatchDataFlag.redim(Bounds{0, 20});
     graphs.VisForms.redim(Bounds{1, 4});

@@ -107,6 +107,9 @@ void AllocateReachArrays(Model& m) {
     s.BandPot.redim(Bounds{1, 4}, run, Bounds{1, 2});
     s.SandBalance.redim(run);
     s.PoolPotRef.redim(run);
+    s.BeachMax.redim(Bounds{1, 3}, run);
+    s.BeachCurve.redim(Bounds{1, 50}, Bounds{1, 3}, run);
+    m.morph.TribName.redim(reach0);
 
     m.morph.TribQ.redim(months, reach);
     m.morph.TribFlow.redim(months, reach);

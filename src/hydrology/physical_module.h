@@ -17,6 +17,11 @@ struct Physical {
     Table1<int16_t> DiurnalCode{"DiurnalCode"};  // 48..148: scenario of each year
     Table1<bool> ExpTempYr{"ExpTempYr"};         // 48..148: experimental temperature year
 
+    // Seasonal pattern of monthly volumes (row 0 the release, then the tributaries).
+    Table2<float> RelSeason{"RelSeason"};  // (0..NTrib, month 1..12)
+    float MaxRelSeasonAdjust = 0;
+    bool RelativeSeasonal = false;
+
     // Scenario list.
     Table1<std::string> DiurnalName{"DiurnalName"};  // 0..10
     int16_t NDiurnal = 0;

@@ -1,5 +1,7 @@
 #pragma once
 // Module Sediment: the sand budget and the storage potential.
+#include <cstdint>
+
 #include "core/table.h"
 
 namespace osm {
@@ -10,6 +12,18 @@ struct Sediment {
     float PreOSDPropSand = 0;   // sand share of the record before the dam
     float PostOSDPropSand = 0;  // sand share of the dam's release
     bool HistOSDSSConc = false; // before 1963 the release is the river's own record
+
+    // Sand budget and storage parameters (physical parameter file).
+    bool FullAdjustErode = false;
+    float AngleOfRepose = 0, AvgCMLengthInMiles = 0, ErodeRate = 0, WindErodeRate = 0;
+    Table1<float> SandDest{"SandDest"};                  // z 1..3
+    Table1<float> IniPropSliceFull{"IniPropSliceFull"};  // z 1..3
+    float RelStoreHalfSat = 0, RelStoreSlope = 0;
+    float BedThickMax = 0, BedThickHalfSat = 0, BedThickSlope = 0;
+    int32_t CFSLowBeachLimit = 0, CFSHighBeachLimit = 0;
+    float BaseBeachRelFull = 0;
+    Table2<int16_t> BeachMax{"BeachMax"};      // (k 1..3, run reach)
+    Table3<float> BeachCurve{"BeachCurve"};    // (i 1..50, k 1..3, run reach)
 
     Table3<float> SandStore{"SandStore"};    // (s 0..NSlices, run reach, z 1..3), g
     Table2<float> ReachConc{"ReachConc"};    // (r 1..NReaches, k 0..2), g/ft3

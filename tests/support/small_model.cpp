@@ -8,8 +8,6 @@ std::unique_ptr<SmallModel> StartSmallModel(bool physOnly) {
     auto s = std::make_unique<SmallModel>();
     WriteSmallRiver(s->folder);
     StartUp(s->m, StartOptions{s->folder.path(), physOnly, {}});
-    s->m.sediment.OSDSSConc = 10;
-    s->m.sediment.PostOSDPropSand = 0.5f;
     return s;
 }
 

@@ -13,6 +13,7 @@
 #include "core/reaches.h"
 #include "core/start_up.h"
 #include "hydrology/flow_engine.h"
+#include "sediment/physical_parameters.h"
 
 namespace osm::test {
 
@@ -172,6 +173,11 @@ void writeScenarios(const TestFolder& f) {
     }
     WriteSts(m, f.File("noaction.sts"));
     WriteSts(m, f.File("steady.sts"));
+    // A dam release carrying a little sediment, mostly fines.
+    m.sediment.OSDSSConc = 10;
+    m.sediment.PostOSDPropSand = 0.5f;
+    m.physical.HeatEx = 0.0001f;
+    WritePhyFile(m, f.File("default.phy"));
 }
 
 }  // namespace
@@ -185,13 +191,14 @@ void WriteSmallRiver(const TestFolder& f) {
     f.Write("graphleg.txt", graphleg());
     f.Write("default.grs", grs());
     writeScenarios(f);
-    for (const char* name : {"default.rec", "default.phy", "ORRiv.mif", "ORRiv.mid", "Lakes.mif", "tribs.mif",
+    for (const char* name : {"default.rec", "ORRiv.mif", "ORRiv.mid", "Lakes.mif", "tribs.mif",
                              "model.mde", "Reachlabels.csv", "CampingBeaches.csv", "default.bhp",
                              "default.fis", "default.trb"})
         f.Write(name, "\r\n");
     f.Write("riverware.xls/Historical.csv", monthlyVolumes());
     f.Write("physical.xls/TribFlow.csv", "OSD_Mile,YR,MNTH,CMONTH,AVGQW,SandMGL,FineMGL\r\n");
     f.Write("physical.xls/StarsOut.csv", starsOut());
+    f.Write("physical.xls/Fans.csv", "OSD_Mile,TribName\r\n");
     f.Write("physical.xls/OSDEqTemp.csv",
             "OSDOut,EQUILIB\r\n8,4\r\n8,6\r\n8.5,9\r\n9,13\r\n9.5,17\r\n10,22\r\n"
             "10.5,26\r\n11,27\r\n11.5,23\r\n11,17\r\n10,11\r\n9,6\r\n");
