@@ -26,11 +26,6 @@ bool loadDefault(benchmark::State& state, osm::Model& m, bool physOnly) {
         state.SkipWithError(e.what());
         return false;
     }
-    // The dam's sediment until the physical parameter file is read at start-up.
-    if (m.sediment.OSDSSConc == 0) {
-        m.sediment.OSDSSConc = 10;
-        m.sediment.PostOSDPropSand = 0.3f;
-    }
     return true;
 }
 
