@@ -1,6 +1,8 @@
 #include "core/workbook.h"
 
 #include <gtest/gtest.h>
+
+#include "support/fault_text.h"
 #include <sqlite3.h>
 #include <unistd.h>
 
@@ -16,26 +18,10 @@
 
 namespace fs = std::filesystem;
 
+using osm::test::FaultText;
+using osm::test::Holds;
+
 namespace {
-
-// The text of the fault `f` throws, "" (and a failure) if it throws none.
-template <typename F>
-std::string faultText(F&& f) {
-    try {
-        f();
-    } catch (const osm::Fault& e) {
-        return e.what();
-    }
-    ADD_FAILURE() << "expected a fault";
-    return "";
-}
-
-::testing::AssertionResult holds(const std::string& text, std::initializer_list<const char*> parts) {
-    for (const char* p : parts)
-        if (text.find(p) == std::string::npos)
-            return ::testing::AssertionFailure() << "'" << p << "' not in: " << text;
-    return ::testing::AssertionSuccess();
-}
 
 class WorkbookTest : public ::testing::Test {
 protected:
@@ -131,12 +117,12 @@ TEST_F(WorkbookTest, OrdinalFieldsMoveFirstAndClose) {
     ASSERT_FALSE(c.AtEnd());
     EXPECT_EQ(c.Field(0).int16(), 1990);
     EXPECT_EQ(c.Field(3).int16(), -1);
-    EXPECT_TRUE(holds(faultText([&] { c.Field(4); }), {"Mainsed$", "4"}));
-    EXPECT_TRUE(holds(faultText([&] { c.Field(-1); }), {"Mainsed$"}));
+    EXPECT_TRUE(Holds(FaultText([&] { c.Field(4); }), {"Mainsed$", "4"}));
+    EXPECT_TRUE(Holds(FaultText([&] { c.Field(-1); }), {"Mainsed$"}));
 
     c.Close();
     EXPECT_TRUE(c.AtEnd());
-    EXPECT_TRUE(holds(faultText([&] { c.Field(0); }), {"closed"}));
+    EXPECT_TRUE(Holds(FaultText([&] { c.Field(0); }), {"closed"}));
 }
 
 TEST_F(WorkbookTest, EmptySheetIsAtEndAtOnce) {
@@ -146,7 +132,7 @@ TEST_F(WorkbookTest, EmptySheetIsAtEndAtOnce) {
     osm::Cursor fans = db.OpenSheet("Fans$");
     EXPECT_TRUE(fans.AtEnd());
     EXPECT_EQ(fans.RecordCount(), 0);
-    EXPECT_TRUE(holds(faultText([&] { fans.Field("MILE"); }), {"Fans$", "no current row"}));
+    EXPECT_TRUE(Holds(FaultText([&] { fans.Field("MILE"); }), {"Fans$", "no current row"}));
     osm::Cursor blank = db.OpenSheet("Blank$");
     EXPECT_TRUE(blank.AtEnd());
     EXPECT_EQ(blank.columns(), (std::vector<std::string>{"MILE", "AREA"}));
@@ -156,34 +142,34 @@ TEST_F(WorkbookTest, FaultsNameWorkbookSheetRowAndColumn) {
     sheet("TribFlow.csv", "Name,AVGQW\nKanab,3\nParia,abc\nBig,40000\n");
     osm::Database db = osm::OpenWorkbook(book());
 
-    EXPECT_TRUE(holds(faultText([&] { db.OpenSheet("Substrate$"); }),
+    EXPECT_TRUE(Holds(FaultText([&] { db.OpenSheet("Substrate$"); }),
                       {"physical.xls", "Substrate$", "TribFlow$"}));
 
     osm::Cursor c = db.OpenSheet("TribFlow$");
-    EXPECT_TRUE(holds(faultText([&] { c.Field("AVGQ"); }),
+    EXPECT_TRUE(Holds(FaultText([&] { c.Field("AVGQ"); }),
                       {"physical.xls, sheet TribFlow$", "'AVGQ'", "Name, AVGQW"}));
 
     c.MoveNext();
     const osm::Cell bad = c.Field("AVGQW");
     EXPECT_EQ(bad.text(), "abc");
-    EXPECT_TRUE(holds(faultText([&] { bad.number(); }),
+    EXPECT_TRUE(Holds(FaultText([&] { bad.number(); }),
                       {"physical.xls, sheet TribFlow$, row 3, column AVGQW",
                        "expected a number, found 'abc'"}));
-    EXPECT_TRUE(holds(faultText([&] { bad.int16(); }), {"row 3"}));
+    EXPECT_TRUE(Holds(FaultText([&] { bad.int16(); }), {"row 3"}));
 
     c.MoveNext();
     EXPECT_EQ(c.Field("AVGQW").int32(), 40000);
-    EXPECT_TRUE(holds(faultText([&] { c.Field("AVGQW").int16(); }),
+    EXPECT_TRUE(Holds(FaultText([&] { c.Field("AVGQW").int16(); }),
                       {"row 4, column AVGQW", "40000"}));
 }
 
 TEST_F(WorkbookTest, MissingOrUnreadableWorkbooksAreFaults) {
     const std::string missing = (root_ / "nothing.xls").string();
-    EXPECT_EQ(faultText([&] { osm::OpenWorkbook(missing); }), "workbook not found: " + missing);
+    EXPECT_EQ(FaultText([&] { osm::OpenWorkbook(missing); }), "workbook not found: " + missing);
 
     const fs::path junk = root_ / "junk.xls";
     std::ofstream(junk, std::ios::binary) << "Name,Value\nnot,an excel file\n";
-    EXPECT_TRUE(holds(faultText([&] { osm::OpenWorkbook(junk.string()); }),
+    EXPECT_TRUE(Holds(FaultText([&] { osm::OpenWorkbook(junk.string()); }),
                       {"junk.xls", "Excel"}));
 }
 
@@ -192,10 +178,10 @@ TEST_F(WorkbookTest, MalformedSheetsAreFaults) {
     sheet("After.csv", "A,B\n1,2\n\"x\"y,3\n");
     sheet("Twice.csv", "MILE,Stage,mile\n1,2,3\n");
     osm::Database db = osm::OpenWorkbook(book());
-    EXPECT_TRUE(holds(faultText([&] { db.OpenSheet("Open$"); }),
+    EXPECT_TRUE(Holds(FaultText([&] { db.OpenSheet("Open$"); }),
                       {"Open.csv:2", "closing quote"}));
-    EXPECT_TRUE(holds(faultText([&] { db.OpenSheet("After$"); }), {"After.csv:3", "'y,3'"}));
-    EXPECT_TRUE(holds(faultText([&] { db.OpenSheet("Twice$"); }), {"Twice$", "mile"}));
+    EXPECT_TRUE(Holds(FaultText([&] { db.OpenSheet("After$"); }), {"After.csv:3", "'y,3'"}));
+    EXPECT_TRUE(Holds(FaultText([&] { db.OpenSheet("Twice$"); }), {"Twice$", "mile"}));
     // A failed load leaves no half table behind.
     EXPECT_NE(sqlite3_exec(db.handle(), "SELECT * FROM Twice", nullptr, nullptr, nullptr),
               SQLITE_OK);
@@ -217,7 +203,7 @@ TEST_F(WorkbookTest, CellsWithoutHeadsAndOddNumbers) {
     c.MoveNext();
     EXPECT_EQ(c.Field("Value").text(), "1");
     c.MoveNext();
-    EXPECT_TRUE(holds(faultText([&] { c.Field("Value").number(); }), {"'1,500'"}));
+    EXPECT_TRUE(Holds(FaultText([&] { c.Field("Value").number(); }), {"'1,500'"}));
     c.MoveNext();
     EXPECT_EQ(c.Field("Value").number(), 0.0);  // blanks count as empty
     c.MoveNext();
@@ -262,15 +248,15 @@ TEST_F(WorkbookTest, TheProgramsQueriesGiveTheirRowsInOrder) {
 TEST_F(WorkbookTest, QueryFaultsCarryTheStatement) {
     campsAndStars();
     osm::Database db = osm::OpenWorkbook(book());
-    EXPECT_TRUE(holds(faultText([&] { db.Query("SELECT DEPTH FROM StarsOut"); }),
+    EXPECT_TRUE(Holds(FaultText([&] { db.Query("SELECT DEPTH FROM StarsOut"); }),
                       {"SELECT DEPTH FROM StarsOut", "no such column: DEPTH"}));
-    EXPECT_TRUE(holds(faultText([&] { db.Query("SELECT * FROM Rapids"); }),
+    EXPECT_TRUE(Holds(FaultText([&] { db.Query("SELECT * FROM Rapids"); }),
                       {"physical.xls", "SELECT * FROM Rapids", "no such table: Rapids"}));
-    EXPECT_TRUE(holds(faultText([&] { db.Query("SELECT 1; DROP TABLE StarsOut"); }),
+    EXPECT_TRUE(Holds(FaultText([&] { db.Query("SELECT 1; DROP TABLE StarsOut"); }),
                       {"more than one statement"}));
     EXPECT_TRUE(db.hasTable("StarsOut$"));
     osm::Cursor q = db.Query("SELECT MILE, STAGE FROM StarsOut WHERE MILE > 4");
-    EXPECT_TRUE(holds(faultText([&] { q.Field("Q"); }), {"query", "'Q'", "MILE, STAGE"}));
+    EXPECT_TRUE(Holds(FaultText([&] { q.Field("Q"); }), {"query", "'Q'", "MILE, STAGE"}));
 }
 
 TEST_F(WorkbookTest, LinkAndUnlinkFollowTheNameRules) {
@@ -284,7 +270,7 @@ TEST_F(WorkbookTest, LinkAndUnlinkFollowTheNameRules) {
     EXPECT_TRUE(links.hasTable("Camps"));
     EXPECT_EQ(osm::LinkConnect(links, "Camps"), "Excel 5.0;Database=" + book());
     EXPECT_EQ(links.OpenSheet("Camps").RecordCount(), 7);
-    EXPECT_TRUE(holds(faultText([&] { links.OpenSheet("Camps").Field("DEPTH"); }),
+    EXPECT_TRUE(Holds(FaultText([&] { links.OpenSheet("Camps").Field("DEPTH"); }),
                       {"physical.xls, sheet CampingBeaches$", "DEPTH"}));
 
     // A name that is taken stays as it is until it is unlinked.
@@ -351,20 +337,20 @@ TEST_F(WorkbookTest, UpdateSheetColumnsRewritesOnlyTheGivenCells) {
 TEST_F(WorkbookTest, FailedUpdatesChangeNothing) {
     const std::string before = "Month,T1\n1,2\n3,4\n\n";
     sheet("MainTemp.csv", before);
-    EXPECT_TRUE(holds(faultText([&] { osm::UpdateSheetColumns(book(), "MainTemp$", {"T9"}, {{1}}); }),
+    EXPECT_TRUE(Holds(FaultText([&] { osm::UpdateSheetColumns(book(), "MainTemp$", {"T9"}, {{1}}); }),
                       {"MainTemp$", "'T9'", "nothing was changed"}));
-    EXPECT_TRUE(holds(faultText([&] {
+    EXPECT_TRUE(Holds(FaultText([&] {
                           osm::UpdateSheetColumns(book(), "MainTemp$", {"T1"}, {{1, 2, 3}});
                       }),
                       {"3 values", "2 rows", "nothing was changed"}));
-    EXPECT_TRUE(holds(faultText([&] { osm::UpdateSheetColumns(book(), "Other$", {"T1"}, {{1}}); }),
+    EXPECT_TRUE(Holds(FaultText([&] { osm::UpdateSheetColumns(book(), "Other$", {"T1"}, {{1}}); }),
                       {"Other$", "nothing was changed"}));
     EXPECT_EQ(sheetText("MainTemp.csv"), before);
 
     const fs::path legacy = root_ / "legacy.xls";
     const std::string bytes = std::string("\xD0\xCF\x11\xE0", 4) + "not really a workbook";
     std::ofstream(legacy, std::ios::binary) << bytes;
-    EXPECT_TRUE(holds(faultText([&] {
+    EXPECT_TRUE(Holds(FaultText([&] {
                           osm::UpdateSheetColumns(legacy.string(), "MainTemp$", {"T1"}, {{1}});
                       }),
                       {"legacy.xls", "read-only", "nothing was changed"}));

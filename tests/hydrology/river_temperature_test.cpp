@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/fault_text.h"
+
 #include <cmath>
 #include <fstream>
 #include <initializer_list>
@@ -15,6 +17,9 @@
 using namespace osm;
 using osm::test::TestFolder;
 
+using osm::test::FaultText;
+using osm::test::Holds;
+
 namespace {
 
 // Reach 1 is the dam row; the run reaches are 10 and 20 miles long.
@@ -25,24 +30,6 @@ const char* evenReaches =
 const char* gaugeReaches =
     "\"Test river\",3,2,3\r\n\"Reach\",\"Label\",\"Upper\",\"Lower\"\r\n"
     "1,\"Dam\",0,0.5\r\n2,\"Upper gorge\",0.5,20.62\r\n3,\"Lower gorge\",20.62,40\r\n";
-
-template <typename F>
-std::string faultText(F&& f) {
-    try {
-        f();
-    } catch (const Fault& e) {
-        return e.what();
-    }
-    ADD_FAILURE() << "expected a fault";
-    return "";
-}
-
-::testing::AssertionResult holds(const std::string& text, std::initializer_list<const char*> parts) {
-    for (const char* p : parts)
-        if (text.find(p) == std::string::npos)
-            return ::testing::AssertionFailure() << "'" << p << "' not in: " << text;
-    return ::testing::AssertionSuccess();
-}
 
 void setYear(Model& m, int yr, int month) {
     m.main.CurYr = static_cast<int16_t>(yr);
@@ -131,7 +118,7 @@ TEST_F(RiverTemperatureTest, NoFlowIsAFaultNamingYearMonthAndReach) {
     m.physical.HeatEx = 0;
     m.physical.WaterTemp(3) = -1;
     m.physical.MeanFlow(3) = 0;
-    EXPECT_TRUE(holds(faultText([&] { RiverTemperature(m, 4); }), {"1962", "month 4", "reach 3"}));
+    EXPECT_TRUE(Holds(FaultText([&] { RiverTemperature(m, 4); }), {"1962", "month 4", "reach 3"}));
     // The reaches above it keep this month's result.
     EXPECT_FLOAT_EQ(m.physical.WaterTemp(2), 8.0f);
     EXPECT_FLOAT_EQ(m.physical.WaterTemp(3), -1.0f);
@@ -177,11 +164,11 @@ TEST_F(TempSheetTest, AMonthIndexOutsideTheTableIsAFaultThatChangesNothing) {
     f.Write("physical.xls/MainTemp.csv", "OSD_Mile,YR,MNTH,AVGTEMP\r\n5,62,1,12\r\n");
     LoadObsTemp(m, "MainTemp$", book());
     f.Write("physical.xls/Early.csv", "OSD_Mile,YR,MNTH,AVGTEMP\r\n5,62,1,3\r\n5,40,3,12\r\n");
-    EXPECT_TRUE(holds(faultText([&] { LoadObsTemp(m, "Early$", book()); }), {"Early$", "row 3", "-93"}));
+    EXPECT_TRUE(Holds(FaultText([&] { LoadObsTemp(m, "Early$", book()); }), {"Early$", "row 3", "-93"}));
     f.Write("physical.xls/Late.csv", "OSD_Mile,YR,MNTH,AVGTEMP\r\n5,98,1,12\r\n");
-    EXPECT_TRUE(holds(faultText([&] { LoadObsTemp(m, "Late$", book()); }), {"row 2", "601"}));
+    EXPECT_TRUE(Holds(FaultText([&] { LoadObsTemp(m, "Late$", book()); }), {"row 2", "601"}));
     f.Write("physical.xls/Zero.csv", "OSD_Mile,YR,MNTH,AVGTEMP\r\n5,48,0,12\r\n");
-    EXPECT_TRUE(holds(faultText([&] { LoadObsTemp(m, "Zero$", book()); }), {"row 2", "index 0"}));
+    EXPECT_TRUE(Holds(FaultText([&] { LoadObsTemp(m, "Zero$", book()); }), {"row 2", "index 0"}));
     EXPECT_FLOAT_EQ(m.physical.ObsTemp(169, 2), 12.0f);
     EXPECT_FLOAT_EQ(m.physical.ObsTemp(0, 2), 12.0f);
 }
@@ -207,7 +194,7 @@ TEST_F(TempSheetTest, PatternsAreReadByMonthRow) {
     std::string longSheet = "OSDOut,EQUILIB\r\n";
     for (int i = 0; i < 13; ++i) longSheet += "1,2\r\n";
     f.Write("physical.xls/Long.csv", longSheet);
-    EXPECT_TRUE(holds(faultText([&] { LoadTempPatterns(m, "Long$", book()); }), {"Long$", "row 14", "twelve"}));
+    EXPECT_TRUE(Holds(FaultText([&] { LoadTempPatterns(m, "Long$", book()); }), {"Long$", "row 14", "twelve"}));
     EXPECT_FLOAT_EQ(m.physical.BaseTemp(1), 6.5f);
     EXPECT_FLOAT_EQ(m.physical.EqTemp(12), 22.0f);
 }
@@ -240,7 +227,7 @@ TEST_F(TempSheetTest, ALegacyWorkbookIsReadOnly) {
     const std::string legacy = f.File("old.xls");
     const std::string bytes = std::string("\xD0\xCF\x11\xE0", 4) + "not really a workbook";
     std::ofstream(legacy, std::ios::binary) << bytes;
-    EXPECT_TRUE(holds(faultText([&] { SaveTempData(m, "OSDEQTemp$", legacy); }), {"old.xls", "read-only"}));
+    EXPECT_TRUE(Holds(FaultText([&] { SaveTempData(m, "OSDEQTemp$", legacy); }), {"old.xls", "read-only"}));
     EXPECT_EQ(f.Read("old.xls"), bytes);
 }
 
