@@ -42,8 +42,10 @@ std::string TestFolder::Write(const std::string& name, const std::string& text) 
     return p.string();
 }
 
-std::string TestFolder::Read(const std::string& name) const {
-    std::ifstream in(File(name), std::ios::binary);
+std::string TestFolder::Read(const std::string& name) const { return ReadFile(File(name)); }
+
+std::string TestFolder::ReadFile(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
     std::ostringstream ss;
     ss << in.rdbuf();
     return ss.str();

@@ -16,6 +16,7 @@ public:
     // Writes a file (relative name) with the given text; returns its full path.
     std::string Write(const std::string& name, const std::string& text) const;
     std::string Read(const std::string& name) const;
+    static std::string ReadFile(const std::string& path);
     std::string File(const std::string& name) const;
 
 private:
