@@ -31,6 +31,11 @@ struct Sediment {
     Table1<float> SandBalance{"SandBalance"};  // run reach
     Table3<float> BandPot{"BandPot"};        // (b 1..4, run reach, z 1..2), g
     Table1<float> PoolPotRef{"PoolPotRef"};  // run reach, g
+
+    // Beach stage range and the eddy sand of its base condition.
+    Table1<int16_t> BeachLowSlice{"BeachLowSlice"};    // run reach
+    Table1<int16_t> BeachHighSlice{"BeachHighSlice"};  // run reach
+    Table1<float> BeachBasePot{"BeachBasePot"};        // run reach, g
 };
 
 }  // namespace osm
