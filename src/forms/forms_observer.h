@@ -1,0 +1,26 @@
+#pragma once
+// The run observer of the desktop program: progress on the status form, the
+// views fed each month while they are on, and the driver's yields served by the
+// Qt event loop. The driver runs on the GUI thread, so user events, and with them
+// every change of a parameter or flag, happen only at those yields.
+#include "core/run_driver.h"
+
+namespace osm {
+
+class StatusForm;
+
+class FormsRunObserver : public RunObserver {
+public:
+    void SetStatus(StatusForm* status) { status_ = status; }
+
+    void ShowProgress(const std::string& year, const std::string& month) override;
+    void PausedAtYearEnd() override;
+    void Yield() override;
+    // The pause wait serves events while it waits, so the window stays alive.
+    void PauseSleep() override;
+
+private:
+    StatusForm* status_ = nullptr;
+};
+
+}  // namespace osm
