@@ -35,6 +35,10 @@ struct Graphs {
     Table1<int16_t> CXProfile{"CXProfile"};  // 1..3 cross-section panels
     bool StartupFinished = false;
 
+    // The chart last double-clicked: its number and "time_series" or "ds_profile".
+    int16_t ClickedGraph = 0;
+    std::string ClickedKind;
+
     // Results dump choices, kept while the program runs.
     Table1<bool> DumpVar{"DumpVar"};         // 0..rows-1 of the graph table
     Table1<bool> DumpReach{"DumpReach"};     // FirstReach..LastReach

@@ -1,0 +1,21 @@
+#pragma once
+// The time-series graphs of the index reach: curve formats, the monthly and
+// yearly point feed, and the rebuild of every chart from the results store.
+#include "presentation/chart_state.h"
+
+namespace osm {
+
+struct Model;
+
+// Axis limits, title and curve formats of every chart with a variable.
+void SetupGraphs(const Model& m, ChartSet& charts);
+// Removes every point of all six charts.
+void ClearGraphs(ChartSet& charts);
+// One feed of the run driver: a point per curve for each chart whose time scale
+// is due; the window turns over in the December of its last year.
+void UpdateGraphs(Model& m, ChartSet& charts, int iYear, int iMonth);
+// Feeds the charts again from the start of the run up to the month in hand. The
+// calendar is stepped through the run and left where it stood.
+void ReplotGraphs(Model& m, ChartSet& charts);
+
+}  // namespace osm

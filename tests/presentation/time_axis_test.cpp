@@ -1,0 +1,120 @@
+#include <gtest/gtest.h>
+
+#include "presentation/time_axis.h"
+#include "support/fault_text.h"
+#include "graph_views_fixture.h"
+
+using namespace osm;
+
+namespace {
+
+std::vector<std::string> labels(const ChartState& c) { return c.axisLabels; }
+
+struct TimeAxis : ::testing::Test {
+    Model m;
+    ChartSet charts;
+    void SetUp() override { test::MakeChartModel(m); }
+    // Charts 1 (monthly), 2 (yearly) laid out for a window.
+    void label(int window) {
+        m.graphs.TimeWindow = static_cast<int16_t>(window);
+        LabelTimeAxis(m, charts);
+    }
+};
+
+}  // namespace
+
+TEST(TimeDivisionTest, LargestDivisorUpToFifteen) {
+    EXPECT_EQ(DivideTimeWindow(10).ticks, 10);
+    EXPECT_EQ(DivideTimeWindow(10).step, 1);
+    EXPECT_EQ(DivideTimeWindow(16).ticks, 8);
+    EXPECT_EQ(DivideTimeWindow(16).step, 2);
+    EXPECT_EQ(DivideTimeWindow(17).ticks, 1);  // a prime over 15: one tick
+    EXPECT_EQ(DivideTimeWindow(17).step, 17);
+    EXPECT_EQ(DivideTimeWindow(30).ticks, 15);
+    EXPECT_EQ(DivideTimeWindow(30).step, 2);
+    EXPECT_EQ(DivideTimeWindow(1).ticks, 1);
+}
+
+TEST(TimeDivisionTest, NoYearsIsAFaultNotADivision) {
+    EXPECT_TRUE(test::Holds(test::FaultText([] { DivideTimeWindow(0); }), {"time window of 0 years"}));
+    EXPECT_TRUE(test::Holds(test::FaultText([] { DivideTimeWindow(-3); }), {"-3"}));
+}
+
+TEST_F(TimeAxis, TenYearsGiveTenTicksOfOneYear) {
+    label(10);
+    const ChartState& monthly = Chart(charts, 1);
+    EXPECT_EQ(monthly.xTicks, 10);
+    EXPECT_EQ(monthly.xPoints, 120);
+    EXPECT_EQ(labels(monthly), (std::vector<std::string>{"48", "49", "50", "51", "52", "53", "54", "55", "56",
+                                                          "57", "58"}));
+    const ChartState& yearly = Chart(charts, 2);
+    EXPECT_EQ(yearly.xTicks, 11);
+    EXPECT_EQ(yearly.xPoints, 11);
+    EXPECT_EQ(yearly.axisLabels.front(), "48");
+    EXPECT_EQ(yearly.axisLabels[10], "58");
+    // Every tick of a yearly chart stands on one year's point.
+    EXPECT_DOUBLE_EQ(yearly.TickPosition(3), 3.0);
+    EXPECT_DOUBLE_EQ(monthly.TickPosition(3), 36.0);
+}
+
+TEST_F(TimeAxis, SixteenYearsGiveEightTicksOfTwoYears) {
+    label(16);
+    const ChartState& monthly = Chart(charts, 1);
+    EXPECT_EQ(monthly.xTicks, 8);
+    EXPECT_EQ(monthly.xPoints, 192);
+    EXPECT_EQ(labels(monthly), (std::vector<std::string>{"48", "50", "52", "54", "56", "58", "60", "62", "64"}));
+    const ChartState& yearly = Chart(charts, 2);
+    EXPECT_EQ(yearly.xTicks, 9);
+    EXPECT_EQ(yearly.xPoints, 18);
+    EXPECT_DOUBLE_EQ(yearly.TickPosition(1), 2.0);
+}
+
+TEST_F(TimeAxis, SeventeenYearsGiveOneTickOfSeventeen) {
+    label(17);
+    const ChartState& monthly = Chart(charts, 1);
+    EXPECT_EQ(monthly.xTicks, 1);
+    EXPECT_EQ(monthly.xPoints, 204);
+    EXPECT_EQ(labels(monthly), (std::vector<std::string>{"48", "65"}));
+    EXPECT_EQ(Chart(charts, 2).xTicks, 2);
+    EXPECT_EQ(Chart(charts, 2).xPoints, 34);
+    // Empty slots still take the tick count and nothing else.
+    EXPECT_EQ(Chart(charts, 3).xTicks, 1);
+    EXPECT_EQ(Chart(charts, 3).xPoints, 0);
+    EXPECT_TRUE(Chart(charts, 3).axisLabels.empty());
+}
+
+TEST_F(TimeAxis, YearsPastNinetyNineLoseTheirHundred) {
+    m.main.StartYr = 95;
+    label(10);
+    EXPECT_EQ(labels(Chart(charts, 1)),
+              (std::vector<std::string>{"95", "96", "97", "98", "99", "0", "1", "2", "3", "4", "5"}));
+}
+
+TEST_F(TimeAxis, ATurnedWindowStartsAfterTheYearInHand) {
+    // December of run year 10 of a run from 1995: the next window begins in 2005;
+    // the yearly chart begins a year earlier, with the point of 2004.
+    m.main.StartYr = 95;
+    m.main.RunYear0 = 9;
+    m.main.CurYr = 104;
+    label(10);
+    EXPECT_EQ(FirstYearShown(m, TimeMonthly), 105);
+    EXPECT_EQ(Chart(charts, 1).axisLabels.front(), "5");
+    EXPECT_EQ(Chart(charts, 1).axisLabels.back(), "15");
+    EXPECT_EQ(FirstYearShown(m, TimeYearly), 104);
+    EXPECT_EQ(Chart(charts, 2).axisLabels.front(), "4");
+}
+
+TEST_F(TimeAxis, TheRunsLastYearLooksBack) {
+    // The test is against NYears + 48 whatever the start year: with 20 years it
+    // catches CurYr 68.
+    m.main.NYears = 20;
+    m.main.RunYear0 = 19;
+    m.main.CurYr = 68;
+    EXPECT_EQ(FirstYearShown(m, TimeMonthly), 58);
+    EXPECT_EQ(FirstYearShown(m, TimeYearly), 57);
+    m.main.CurYr = 67;
+    EXPECT_EQ(FirstYearShown(m, TimeMonthly), 68);
+    // Still inside the first window: the start year, for both scales.
+    m.main.RunYear0 = 8;
+    EXPECT_EQ(FirstYearShown(m, TimeYearly), 48);
+}

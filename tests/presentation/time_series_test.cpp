@@ -1,0 +1,194 @@
+#include <gtest/gtest.h>
+
+#include "core/run_driver.h"
+#include "presentation/time_axis.h"
+#include "presentation/time_series.h"
+#include "support/fault_text.h"
+#include "graph_views_fixture.h"
+
+using namespace osm;
+using osm::test::StoredValue;
+
+namespace {
+
+struct TimeSeries : ::testing::Test {
+    Model m;
+    ChartSet charts;
+    void SetUp() override {
+        test::MakeChartModel(m);
+        SetupGraphs(m, charts);
+        LabelTimeAxis(m, charts);
+    }
+    // The graph calls of the run driver, in its order, through month `last` of
+    // year `years` (12 ends with the year step).
+    void run(int years, int last = 12) {
+        m.main.CurYr = m.main.StartYr;
+        for (int y = 1; y <= years; ++y) {
+            for (int mo = 1; mo <= (y == years ? last : 12); ++mo) {
+                SetCalendar(m, y, mo);
+                UpdateGraphs(m, charts, y, mo);
+            }
+            if (y == years && last < 12) return;
+            m.main.TimeFlags(3) = true;
+            m.main.TimeFlags(2) = false;
+            UpdateGraphs(m, charts, y, 12);
+            m.main.CurYr = static_cast<int16_t>(m.main.CurYr + 1);
+        }
+    }
+};
+
+}  // namespace
+
+TEST_F(TimeSeries, CurveFormatsOfSetsAndObservedData) {
+    const Graphs& g = m.graphs;
+    const ChartState& flow = Chart(charts, 1);
+    EXPECT_EQ(flow.title, "Flow: min max");
+    ASSERT_EQ(flow.CurveCount(), 2);
+    EXPECT_EQ(flow.formats[0].style, 1);
+    EXPECT_EQ(flow.formats[0].size, 2);
+    EXPECT_EQ(flow.formats[0].colour, g.CurveColour(1));
+    EXPECT_EQ(flow.formats[1].colour2, g.CurveColour(2));
+    EXPECT_EQ(flow.sizeCode, 10);
+    EXPECT_TRUE(flow.switch1);
+    EXPECT_FALSE(flow.switch2);
+    // The observed set is drawn in marks of size 5, whatever the variable says.
+    const ChartState& temp = Chart(charts, 4);
+    ASSERT_EQ(temp.CurveCount(), 3);
+    EXPECT_EQ(temp.formats[0].style, 0);
+    EXPECT_EQ(temp.formats[1].style, MarkStyle);
+    EXPECT_EQ(temp.formats[1].size, 5);
+    EXPECT_EQ(temp.formats[2].style, 0);
+    // A one-set variable's title has no set label after it.
+    EXPECT_EQ(Chart(charts, 2).title, "Power");
+    EXPECT_EQ(Chart(charts, 3).CurveCount(), 0);
+}
+
+TEST_F(TimeSeries, OverlaidRunRepeatsTheSetColoursInMarks) {
+    m.main.NRuns = 1;
+    SetupGraphs(m, charts);
+    const Graphs& g = m.graphs;
+    const ChartState& temp = Chart(charts, 4);
+    ASSERT_EQ(temp.CurveCount(), 6);
+    for (int k = 0; k < 3; ++k) {
+        const CurveFormat& f = temp.formats[static_cast<size_t>(3 + k)];
+        EXPECT_EQ(f.style, 2) << k;
+        EXPECT_EQ(f.size, 5) << k;
+        EXPECT_EQ(f.colour, g.CurveColour(k + 1)) << k;
+    }
+}
+
+TEST_F(TimeSeries, AxisLimitsFixedOrAutomatic) {
+    m.graphs.YMax(1, 1) = 50;
+    m.graphs.YMin(1, 1) = -5;
+    SetupGraphs(m, charts);
+    const ChartState& fixed = Chart(charts, 1);
+    EXPECT_FALSE(fixed.autoY);
+    EXPECT_EQ(fixed.ShownYRange().top, 50);
+    EXPECT_EQ(fixed.ShownYRange().bottom, -5);
+    const ChartState& automatic = Chart(charts, 2);
+    EXPECT_TRUE(automatic.autoY);
+    EXPECT_DOUBLE_EQ(automatic.yTop, 0.001);
+    EXPECT_DOUBLE_EQ(automatic.ShownYRange().top, 0.001);
+}
+
+TEST_F(TimeSeries, MonthlyChartsTakeAPointEachMonthYearlyOnesEachYear) {
+    run(2, 5);  // two years and five months: no window has turned
+    const ChartState& flow = Chart(charts, 1);
+    ASSERT_EQ(flow.PointCount(0), 17);
+    ASSERT_EQ(flow.PointCount(1), 17);
+    EXPECT_FLOAT_EQ(flow.curves[0][0], StoredValue(0, 1, 1, 2, 1));
+    EXPECT_FLOAT_EQ(flow.curves[1][16], StoredValue(0, 1, 2, 2, 17));
+    const ChartState& power = Chart(charts, 2);
+    ASSERT_EQ(power.PointCount(0), 1);  // the year step of year 1, from December
+    EXPECT_FLOAT_EQ(power.curves[0][0], StoredValue(0, 2, 1, 2, 12));
+    // The automatic top takes in the points.
+    EXPECT_FLOAT_EQ(static_cast<float>(flow.ShownYRange().top), StoredValue(0, 1, 2, 2, 17));
+}
+
+TEST_F(TimeSeries, TheIndexReachIsRead) {
+    m.main.IndexReach = 3;
+    run(1, 1);
+    EXPECT_FLOAT_EQ(Chart(charts, 1).curves[0][0], StoredValue(0, 1, 1, 3, 1));
+}
+
+TEST_F(TimeSeries, AnOverlaidRunFeedsBothRuns) {
+    m.main.NRuns = 1;
+    SetupGraphs(m, charts);
+    run(1, 3);
+    const ChartState& flow = Chart(charts, 1);
+    ASSERT_EQ(flow.CurveCount(), 4);
+    EXPECT_FLOAT_EQ(flow.curves[2][2], StoredValue(1, 1, 1, 2, 3));
+    EXPECT_FLOAT_EQ(flow.curves[3][0], StoredValue(1, 1, 2, 2, 1));
+    EXPECT_EQ(flow.PointCount(3), 3);
+}
+
+TEST_F(TimeSeries, HiddenGraphsTakeNothing) {
+    m.graphs.VisForms(1) = 0;
+    run(1);
+    for (int i = 1; i <= 6; ++i)
+        for (int c = 0; c < Chart(charts, i).CurveCount(); ++c) EXPECT_EQ(Chart(charts, i).PointCount(c), 0);
+}
+
+TEST_F(TimeSeries, TheWindowTurnsOverInItsLastDecemberButNotAtTheRunsEnd) {
+    m.graphs.TimeWindow = 2;
+    m.main.NYears = 4;
+    LabelTimeAxis(m, charts);
+    run(2);
+    // The month step of December cleared the charts and took December; the year
+    // step cleared them again and took the year's point.
+    EXPECT_EQ(Chart(charts, 1).PointCount(0), 0);
+    ASSERT_EQ(Chart(charts, 2).PointCount(0), 1);
+    EXPECT_FLOAT_EQ(Chart(charts, 2).curves[0][0], StoredValue(0, 2, 1, 2, 24));
+    EXPECT_EQ(Chart(charts, 1).axisLabels.front(), "50");  // CurYr 49 + 1
+    EXPECT_EQ(Chart(charts, 2).axisLabels.front(), "49");
+    // The last December keeps its picture: years 3 and 4 monthly, years 2 to 4
+    // yearly.
+    charts = ChartSet{};
+    SetupGraphs(m, charts);
+    run(4);
+    EXPECT_EQ(Chart(charts, 1).PointCount(0), 24);
+    EXPECT_EQ(Chart(charts, 2).PointCount(0), 3);
+}
+
+TEST_F(TimeSeries, ReplotRebuildsTheLiveChartsAndLeavesTheCalendar) {
+    run(2, 5);
+    const ChartSet live = charts;
+    const Main before = m.main;
+    ChartSet again;
+    ReplotGraphs(m, again);
+    for (int i = 1; i <= 6; ++i) EXPECT_EQ(Chart(again, i).curves, Chart(live, i).curves) << "chart " << i;
+    EXPECT_EQ(Chart(again, 1).axisLabels, Chart(live, 1).axisLabels);
+    EXPECT_EQ(m.main.CumMonth, before.CumMonth);
+    EXPECT_EQ(m.main.CurYr, before.CurYr);
+    EXPECT_EQ(m.main.RunYear0, before.RunYear0);
+    EXPECT_EQ(m.main.MonthIdx, before.MonthIdx);
+    EXPECT_TRUE(m.main.TimeFlags(2));
+    EXPECT_FALSE(m.main.TimeFlags(3));
+}
+
+TEST_F(TimeSeries, ReplotAfterAWholeYearEndsOnTheYearStep) {
+    run(3);
+    ChartSet again;
+    ReplotGraphs(m, again);
+    EXPECT_EQ(Chart(again, 1).PointCount(1), 36);
+    EXPECT_EQ(Chart(again, 2).PointCount(0), 3);
+    EXPECT_EQ(m.main.CurYr, 51);
+    EXPECT_TRUE(m.main.TimeFlags(3));
+}
+
+TEST_F(TimeSeries, ReplotBeforeAnyRunDrawsNothingAndInventsNoMonth) {
+    m.main.CumMonth = 0;
+    ReplotGraphs(m, charts);
+    EXPECT_EQ(m.main.CumMonth, 0);
+    EXPECT_EQ(Chart(charts, 1).CurveCount(), 2);
+    EXPECT_EQ(Chart(charts, 1).PointCount(0), 0);
+    EXPECT_EQ(Chart(charts, 1).axisLabels.front(), "48");
+}
+
+TEST_F(TimeSeries, AWindowOfNoYearsStopsAtTheFirstDecember) {
+    m.graphs.TimeWindow = 0;
+    SetCalendar(m, 1, 11);
+    EXPECT_NO_THROW(UpdateGraphs(m, charts, 1, 11));
+    SetCalendar(m, 1, 12);
+    EXPECT_TRUE(test::Holds(test::FaultText([&] { UpdateGraphs(m, charts, 1, 12); }), {"time window"}));
+}
