@@ -1739,7 +1739,9 @@ def write_phy(w, D):
         rec("AvgCMLengthInMiles", 0.08),
         rec("ErodeRate", 0.01),
         rec("WindErodeRate", 0.002),
-        rec("SandDest()", 0.1, 0.05, 0.3),
+        # Every grain of the inflow goes to a zone: the balance counts sand passed
+        # straight on as lost, so a share left over would be reported every month.
+        rec("SandDest()", 0.2, 0.1, 0.7),
         rec("IniPropSliceFull()", BASE_BEACH_REL_FULL, 0.5, 0.5),
         rec("RelStoreHalfSat", 15000),
         rec("RelStoreSlope", 2),

@@ -108,12 +108,31 @@ void AllocateReachArrays(Model& m) {
     s.SandBalance.redim(run);
     s.PoolPotRef.redim(run);
     s.BeachMax.redim(Bounds{1, 3}, run);
-    s.BeachCurve.redim(Bounds{1, 50}, Bounds{1, 3}, run);
+    s.BeachCurve.redim(Bounds{0, 50}, Bounds{1, 3}, run);
+    s.ZoneSand.redim(run, Bounds{1, 3});
+    s.SandPot.redim(slices0, run, Bounds{1, 3});
+    s.CoarseVol.redim(Bounds{1, 12}, reach0);
+    s.BeachLowSlice.redim(run);
+    s.BeachHighSlice.redim(run);
+    s.BeachBasePot.redim(run);
     m.morph.TribName.redim(reach0);
 
-    m.morph.TribQ.redim(months, reach);
-    m.morph.TribFlow.redim(months, reach);
-    m.morph.TribSedConc.redim(months, reach, Bounds{0, 2});
+    // Sheet rows of a mile outside the river land in reach 0, which nothing reads.
+    Morph& mo = m.morph;
+    mo.TribQ.redim(months, reach0);
+    mo.TribQBase.redim(months, reach0);
+    mo.TribFlow.redim(months, reach);
+    mo.TribSedConc.redim(months, reach0, Bounds{0, 2});
+    mo.TribSedConcBase.redim(months, reach0, Bounds{0, 2});
+    mo.SubstrateTable.redim(Bounds{0, 5}, Bounds{0, mo.MaxQLevels}, reach0);
+    mo.SliceSubstrate.redim(Bounds{0, 5}, Bounds{1, mn.NSlices}, reach);
+    mo.NBackwater.redim(reach0);
+    mo.NCM.redim(reach0);
+    mo.NEddy.redim(reach0, Bounds{0, 3});
+    mo.TribBasinArea.redim(reach0);
+    mo.TribHabIndex.redim(reach);
+    mo.TribHabLen.redim(reach, Bounds{1, 3});
+    mo.TribHabCurve.redim(Bounds{0, 20}, reach, Bounds{1, 3});
 
     Production& pr = m.production;
     for (auto* t : {&pr.DO, &pr.SecchiDepth, &pr.AlgaeBiomass, &pr.AlgaeTotal, &pr.Detritus,

@@ -2,6 +2,8 @@
 // Tributary flow and sediment, spates, substrate, deposits and tributary habitat.
 #include <string>
 
+#include "sediment/tributary_habitat_file.h"
+
 namespace osm {
 
 struct Model;
@@ -12,6 +14,5 @@ void ReadRC90(Model& m, const std::string& workbook, const std::string& sheet);
 void ReadSubstrate(Model& m, const std::string& workbook, const std::string& sheet);
 void ReadFans(Model& m, const std::string& workbook, const std::string& sheet);
 void ReadTribAttributes(Model& m, const std::string& workbook, const std::string& sheet);
-void ReadTrbFile(Model& m, const std::string& path);
 
 }  // namespace osm

@@ -23,14 +23,18 @@ struct Sediment {
     int32_t CFSLowBeachLimit = 0, CFSHighBeachLimit = 0;
     float BaseBeachRelFull = 0;
     Table2<int16_t> BeachMax{"BeachMax"};      // (k 1..3, run reach)
-    Table3<float> BeachCurve{"BeachCurve"};    // (i 1..50, k 1..3, run reach)
+    Table3<float> BeachCurve{"BeachCurve"};    // (i 0..50, k 1..3, run reach); point 0 reads 0
 
-    Table3<float> SandStore{"SandStore"};    // (s 0..NSlices, run reach, z 1..3), g
+    Table3<float> SandStore{"SandStore"};    // (s 0..NSlices, run reach, z 1..3), g; the pool at s 0
+    Table2<float> ZoneSand{"ZoneSand"};      // (run reach, z 1..3), g
     Table2<float> ReachConc{"ReachConc"};    // (r 1..NReaches, k 0..2), g/ft3
     Table3<float> BandSand{"BandSand"};      // (b 1..4, run reach, z 1..2), g
     Table1<float> SandBalance{"SandBalance"};  // run reach
     Table3<float> BandPot{"BandPot"};        // (b 1..4, run reach, z 1..2), g
     Table1<float> PoolPotRef{"PoolPotRef"};  // run reach, g
+    // Potential of each slice (z 1, 2) or of the whole pool up to the slice (z 3).
+    Table3<float> SandPot{"SandPot"};        // (s 0..NSlices, run reach, z 1..3), g; row 0 stays 0
+    Table2<float> CoarseVol{"CoarseVol"};    // (discharge level 1..12, r), ft3 of the main channel
 
     // Beach stage range and the eddy sand of its base condition.
     Table1<int16_t> BeachLowSlice{"BeachLowSlice"};    // run reach

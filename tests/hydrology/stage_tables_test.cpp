@@ -71,6 +71,9 @@ struct Tiny {
         reachFile = f.Write("Tiny.csv", "\"Tiny\",2,2,2\r\n\"a\",\"b\",\"c\",\"d\"\r\n"
                                         "1,\"Dam\",0,0.5\r\n2,\"Run\",0.5,1.5\r\n");
         ReadReachFile(m, reachFile);
+        // The storage recomputation after the index slices reads the eddy curves.
+        f.Write("physical.xls/Eddy_Storage.csv", "Discharge,Vol_S,Vol_M,Vol_L\r\n0,0,0,0\r\n60000,0,0,0\r\n");
+        m.main.PhysicalXls = f.File("physical.xls");
         for (auto* t : {&avg.Stage, &avg.Velocity, &avg.Width}) t->redim(Bounds{0, 12}, Bounds{0, 2});
         const float widths[12] = {40, 60, 50, 55, 60, 65, 70, 75, 80, 85, 90, 95};
         for (int i = 1; i <= 12; ++i) {

@@ -14,6 +14,7 @@
 #include "core/start_up.h"
 #include "hydrology/flow_engine.h"
 #include "sediment/physical_parameters.h"
+#include "sediment/storage_potential.h"
 
 namespace osm::test {
 
@@ -178,8 +179,90 @@ void writeScenarios(const TestFolder& f) {
     // A dam release carrying a little sediment, mostly fines.
     m.sediment.OSDSSConc = 10;
     m.sediment.PostOSDPropSand = 0.5f;
+    Sediment& sd = m.sediment;
+    sd.FullAdjustErode = true;
+    sd.AngleOfRepose = 32;
+    sd.AvgCMLengthInMiles = 0.1f;
+    sd.ErodeRate = 0.01f;
+    sd.WindErodeRate = 0.002f;
+    const float dest[] = {0.1f, 0.05f, 0.3f};
+    for (int z = 1; z <= 3; ++z) {
+        sd.SandDest(z) = dest[z - 1];
+        sd.IniPropSliceFull(z) = 0.5f;
+    }
+    sd.RelStoreHalfSat = 15000;
+    sd.RelStoreSlope = 2;
+    sd.BedThickMax = 2;
+    sd.BedThickHalfSat = 30000;
+    sd.BedThickSlope = 2;
+    sd.CFSLowBeachLimit = 20000;
+    sd.CFSHighBeachLimit = 45000;
+    sd.BaseBeachRelFull = 0.5f;
     m.physical.HeatEx = 0.0001f;
     WritePhyFile(m, f.File("default.phy"));
+}
+
+// Habitat blocks of the two run reaches: an index, then three classes of a
+// length and 21 curve points.
+std::string tributaryHabitat() {
+    std::string s = "2 3\r\n";
+    for (int r = 2; r <= 3; ++r) {
+        s += std::to_string(r) + "\r\n";
+        for (int c = 1; c <= 3; ++c) {
+            s += std::to_string(10 * c) + "\r\n";
+            for (int i = 0; i <= 20; ++i) s += std::to_string(i * c) + "\r\n";
+        }
+    }
+    return s;
+}
+
+// Deposits, substrate and storage sheets: a few eddies and margins in each reach,
+// one transect a reach, coarse volumes that shrink as the flow rises.
+void writeMorphologySheets(const TestFolder& f) {
+    f.Write("physical.xls/RC90.csv",
+            "OSD_Mile,RCCHAR,Dep_Type,BE_Size\r\n2,NRC,R,L\r\n4,RC,S,M\r\n6,NRC,CM,\r\n"
+            "25,NRC,R/CM,VS\r\n30,RC,CM/UP,\r\n");
+    f.Write("physical.xls/Substrate.csv",
+            "MaxQLevels,Discharge,OSD_Mile,Fines,Sand,Grav_Cob,Talus,Bedrock\r\n"
+            "2,10000,5,10,40,30,10,10\r\n2,30000,5,0,20,40,20,20\r\n"
+            "2,10000,30,20,30,30,10,10\r\n2,30000,30,10,10,40,20,20\r\n");
+    f.Write("physical.xls/Eddy_Storage.csv",
+            "Discharge,Vol_S,Vol_M,Vol_L\r\n0,0,0,0\r\n10000,1000,3000,9000\r\n"
+            "30000,2500,8000,24000\r\n60000,3000,10000,30000\r\n");
+    std::string pool = "Discharge,ReachNum,V_Coarse\r\n";
+    for (int i = 1; i <= 12; ++i)
+        for (int r = 2; r <= 3; ++r)
+            pool += std::to_string(CoarseQ(i)) + "," + std::to_string(r) + "," +
+                    std::to_string(2000000 * r - 10000 * i) + "\r\n";
+    f.Write("physical.xls/MCPool_Storage.csv", pool);
+    f.Write("physical.xls/TribAttributes.csv", "OSD_Mile,Basin_Area,TribName\r\n25,12.5,Little Wash\r\n");
+    std::string spates = "cmonth,SpateNum\r\n";
+    for (int i = 1; i <= 600; ++i) spates += std::to_string(i) + "," + std::to_string(i % 12 == 7 ? 1 : 0) + "\r\n";
+    f.Write("physical.xls/SpateEvents.csv", spates);
+}
+
+// Angling parameters for the two run reaches, then one trip type of 10 days.
+std::string recreation() {
+    std::string s = "#FALSE#,0.5,2,1\r\n2,0.75\r\n3,0.25\r\n\"TotalMaxEffort\",1200\r\n";
+    for (const char* mo : {"jan", "feb", "mar", "apr", "may", "jun", "jul", "aug", "sep", "oct", "nov", "dec"})
+        s += std::string("\"") + mo + "\",0.0625,1\r\n";
+    s += "RAFTING\r\n1\r\nTrip Type\r\nTest trip\r\nParties per year\r\n60\r\n"
+         "Trip length (days)\r\n10\r\nPeople per party\r\n10\r\n"
+         "Daily launch limit by month\r\n0,0,0,1,1,1,1,1,1,0,0,0\r\n"
+         "Monthly preference weighting\r\n0,0,0,1,1,1,1,1,1,0,0,0\r\n"
+         "Launches per day by month\r\n0,0,0,0.3333,0.3226,0.3333,0.3226,0.3226,0.3333,0,0,0\r\n"
+         "People Per Camp\r\n12,S\r\n24,M\r\n40,L\r\n";
+    return s;
+}
+
+// A full camp table of 127 camps between the gauge miles 0.28 and 22.96, sizes in
+// turn, every preference different.
+std::string camps() {
+    std::string s = "MILE,SIZE,PREF,INDEX\r\n";
+    for (int c = 1; c <= 127; ++c)
+        s += std::to_string(0.1 + 0.18 * c) + "," + "LMS"[c % 3] + "," + std::to_string(c * 37 % 127) + "," +
+             std::to_string(c) + "\r\n";
+    return s;
 }
 
 }  // namespace
@@ -193,10 +276,18 @@ void WriteSmallRiver(const TestFolder& f) {
     f.Write("graphleg.txt", graphleg());
     f.Write("default.grs", grs());
     writeScenarios(f);
-    for (const char* name : {"default.rec", "ORRiv.mif", "ORRiv.mid", "Lakes.mif", "tribs.mif",
+    f.Write("default.rec", recreation());
+    f.Write("physical.xls/CampingBeaches.csv", camps());
+    f.Write("physical.xls/Economic.csv",
+            "Month,Dol_Day_Ang,Dol_Com_Trp,Dol_Priv_Trp\r\n"
+            "jan,50,1500,500\r\nfeb,50,1500,500\r\nmar,50,1500,500\r\napr,60,1600,520\r\n"
+            "may,60,1600,520\r\njun,70,1700,540\r\njul,70,1700,540\r\naug,70,1700,540\r\n"
+            "sep,60,1600,520\r\noct,60,1600,520\r\nnov,50,1500,500\r\ndec,50,1500,500\r\n");
+    for (const char* name : {"ORRiv.mif", "ORRiv.mid", "Lakes.mif", "tribs.mif",
                              "model.mde", "Reachlabels.csv", "CampingBeaches.csv", "default.bhp",
-                             "default.fis", "default.trb"})
+                             "default.fis"})
         f.Write(name, "\r\n");
+    f.Write("default.trb", tributaryHabitat());
     f.Write("riverware.xls/Historical.csv", monthlyVolumes());
     f.Write("physical.xls/TribFlow.csv", "OSD_Mile,YR,MNTH,CMONTH,AVGQW,SandMGL,FineMGL\r\n");
     f.Write("physical.xls/StarsOut.csv", starsOut());
@@ -208,6 +299,7 @@ void WriteSmallRiver(const TestFolder& f) {
             "OSD_Mile,YR,MNTH,AVGTEMP\r\n5,90,7,11.4\r\n5,90,8,12.5\r\n30,90,7,14.6\r\n");
     f.Write("physical.xls/Mainsed.csv",
             "OSD_Mile,YR,MONTH,AVGQ_CFS,AVGSSMGL\r\n1,55,5,40000,4000\r\n1,55,6,60000,6500\r\n");
+    writeMorphologySheets(f);
     f.Write("lower_production.xls/Benthos.csv", "OSD_Mile\r\n");
     f.Write("population.xls/Lookup.csv", "Code\r\n");
 }
