@@ -32,7 +32,8 @@ bool sameFormats(const std::vector<CurveFormat>& a, const std::vector<CurveForma
 ChartBox::ChartBox(QWidget* parent) : QChartView(new QChart, parent) {
     setRenderHint(QPainter::Antialiasing, false);
     chart()->legend()->hide();
-    chart()->setMargins(QMargins(2, 2, 2, 2));
+    // Room on the right for the last tick's label.
+    chart()->setMargins(QMargins(2, 2, 14, 2));
     chart()->setBackgroundRoundness(0);
     auto* x = new QCategoryAxis;
     x->setLabelsPosition(QCategoryAxis::AxisLabelsPositionOnValue);
@@ -122,6 +123,8 @@ void ChartBox::Show(const ChartState& s) {
         YRange r = s.ShownYRange();
         if (!(r.top > r.bottom)) r.top = r.bottom + 0.001;
         y->setRange(r.bottom, r.top);
+        // A chart that scales itself rounds its limits outward to readable steps.
+        if (s.autoY) y->applyNiceNumbers();
     }
 }
 

@@ -90,9 +90,34 @@ void UpdateGraphs(Model& m, ChartSet& charts, int iYear, int iMonth) {
     }
 }
 
+namespace {
+
+// The calendar as the driver left it at a yield.
+struct Calendar {
+    int16_t CurYr, SimYr, MonthIdx, CumMonth, RunYear0;
+    bool monthly, yearly;
+
+    explicit Calendar(const Main& mn)
+        : CurYr(mn.CurYr), SimYr(mn.SimYr), MonthIdx(mn.MonthIdx), CumMonth(mn.CumMonth),
+          RunYear0(mn.RunYear0), monthly(mn.TimeFlags(2)), yearly(mn.TimeFlags(3)) {}
+    void Restore(Main& mn) const {
+        mn.CurYr = CurYr;
+        mn.SimYr = SimYr;
+        mn.MonthIdx = MonthIdx;
+        mn.CumMonth = CumMonth;
+        mn.RunYear0 = RunYear0;
+        mn.TimeFlags(2) = monthly;
+        mn.TimeFlags(3) = yearly;
+    }
+};
+
+}  // namespace
+
 void ReplotGraphs(Model& m, ChartSet& charts) {
     Main& mn = m.main;
-    const bool beforeAnyRun = mn.CumMonth == 0;
+    // A replot may come at any yield of a run, December's included, when the
+    // driver has yet to run the year step on its own calendar.
+    const Calendar saved(mn);
     const int years = mn.CumMonth / 12;
     const int rest = mn.CumMonth - 12 * years;
     SetCalendar(m, 1, 1);
@@ -114,9 +139,7 @@ void ReplotGraphs(Model& m, ChartSet& charts) {
         SetCalendar(m, years + 1, mo);
         UpdateGraphs(m, charts, years + 1, mo);
     }
-    // Before any run there is no month to show; the store is not to look as if
-    // one had run.
-    if (beforeAnyRun) mn.CumMonth = 0;
+    saved.Restore(mn);
 }
 
 }  // namespace osm

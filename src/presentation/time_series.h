@@ -15,7 +15,7 @@ void ClearGraphs(ChartSet& charts);
 // is due; the window turns over in the December of its last year.
 void UpdateGraphs(Model& m, ChartSet& charts, int iYear, int iMonth);
 // Feeds the charts again from the start of the run up to the month in hand. The
-// calendar is stepped through the run and left where it stood.
+// calendar is stepped through the run and then put back as it stood.
 void ReplotGraphs(Model& m, ChartSet& charts);
 
 }  // namespace osm

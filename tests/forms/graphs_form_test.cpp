@@ -104,6 +104,24 @@ private slots:
         QCOMPARE(graphs.State(1).curves[0][11], m.main.Results(0, 1, 1, m.main.LastReach, 12));
     }
 
+    void aNewRunLabelsItsOwnWindow() {
+        // A run that turned its window leaves the calendar past it; the next run
+        // starts its axis at its own first year all the same.
+        osm::Model& m = s_->m;
+        m.graphs.TimeWindow = 2;
+        osm::GraphsForm graphs(m);
+        osm::ProfilesForm profiles(m);
+        graphs.SetupGraphs();
+        profiles.SetupProfiles();
+        ViewsObserver obs(graphs, profiles);
+        osm::StartRun(m, obs, 48, 5);
+        QCOMPARE(graphs.State(1).axisLabels.front(), std::string("52"));
+        osm::StartRun(m, obs, 60, 1);
+        QCOMPARE(graphs.State(1).axisLabels.front(), std::string("60"));
+        QCOMPARE(graphs.State(1).axisLabels.back(), std::string("62"));
+        QCOMPARE(graphs.PointCount(1, 0), 12);
+    }
+
     void doubleClickShowsTheKey() {
         osm::Model& m = s_->m;
         osm::GraphsForm graphs(m);

@@ -166,14 +166,26 @@ TEST_F(TimeSeries, ReplotRebuildsTheLiveChartsAndLeavesTheCalendar) {
     EXPECT_FALSE(m.main.TimeFlags(3));
 }
 
-TEST_F(TimeSeries, ReplotAfterAWholeYearEndsOnTheYearStep) {
+TEST_F(TimeSeries, ReplotAfterAWholeYearTakesTheYearsPoints) {
     run(3);
     ChartSet again;
     ReplotGraphs(m, again);
     EXPECT_EQ(Chart(again, 1).PointCount(1), 36);
     EXPECT_EQ(Chart(again, 2).PointCount(0), 3);
-    EXPECT_EQ(m.main.CurYr, 51);
-    EXPECT_TRUE(m.main.TimeFlags(3));
+    EXPECT_FLOAT_EQ(Chart(again, 2).curves[0][2], StoredValue(0, 2, 1, 2, 36));
+}
+
+TEST_F(TimeSeries, ReplotAtDecembersYieldLeavesTheYearStepItsCalendar) {
+    // The driver yields after December's month step, before its year step.
+    run(2, 11);
+    SetCalendar(m, 2, 12);
+    UpdateGraphs(m, charts, 2, 12);
+    ReplotGraphs(m, charts);
+    EXPECT_EQ(m.main.CurYr, 49);
+    EXPECT_EQ(m.main.RunYear0, 1);
+    EXPECT_EQ(m.main.CumMonth, 24);
+    EXPECT_TRUE(m.main.TimeFlags(2));
+    EXPECT_FALSE(m.main.TimeFlags(3));
 }
 
 TEST_F(TimeSeries, ReplotBeforeAnyRunDrawsNothingAndInventsNoMonth) {
