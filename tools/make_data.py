@@ -1064,6 +1064,57 @@ def gen_scenario(sc):
 
 
 # ---------------------------------------------------------------------------
+# Data of the two simulator programs (hydro/)
+# ---------------------------------------------------------------------------
+
+MANNING_N = 0.05            # gorge bed of cobble, boulders and rapids
+PLANT_EFFICIENCY = 0.88
+TAILWATER = (3113.0, 4.0, 0.6)   # ft: base + coef * (Q/1000)^exp below the dam
+# $/MWh by hour ending 1..24: weekday, Sunday (the month factor scales both)
+PRICE_WEEKDAY = [22, 21, 20, 20, 21, 24, 29, 34, 38, 40, 42, 44,
+                 46, 48, 50, 52, 54, 55, 52, 46, 38, 32, 27, 24]
+PRICE_SUNDAY = [21, 20, 19, 19, 19, 20, 22, 24, 26, 28, 29, 30,
+                31, 32, 33, 34, 35, 36, 35, 32, 28, 25, 23, 22]
+
+
+def gen_hydro_files(w, sections):
+    """River geometry for USFlow (caddqd.In) from the cross-sections, one
+    station a reach, and the plant and price data of ospsw95b."""
+    lines = ["caddqd.In: river geometry for USFlow, one station a reach (field miles from Harl Ferry)",
+             "dam_mile %s" % num(-HARL_FERRY),
+             "discharges " + " ".join(str(q) for q in STARS_Q)]
+    for r in range(1, NREACHES + 1):
+        secs = [s for s in sections if reach_of_mile(s["osd"]) == r]
+        if not secs:
+            continue
+        mile = sum(s["osd"] for s in secs) / len(secs) - HARL_FERRY
+        areas, widths, slopes = [], [], []
+        for i, q in enumerate(STARS_Q):
+            a = [q / s["rows"][i][2] for s in secs]
+            b = [s["rows"][i][3] for s in secs]
+            areas.append(sum(a) / len(a))
+            widths.append(sum(b) / len(b))
+            for s in secs:
+                v, rad = s["rows"][i][2], (q / s["rows"][i][2]) / s["rows"][i][3]
+                slopes.append((MANNING_N * v / (1.486 * rad ** (2.0 / 3.0))) ** 2)
+        slopes.sort()
+        slope = slopes[len(slopes) // 2]
+        lines.append("station %.2f %.6f " % (mile, slope) + " ".join("%.0f" % a for a in areas) + " " +
+                     " ".join("%.1f" % b for b in widths))
+    w.lines("hydro/caddqd.In", lines)
+    scale = sum(POWER_PRICE) / 12.0
+    lines = ["ospsw95b plant and price data",
+             "efficiency %s" % num(PLANT_EFFICIENCY),
+             "turbine_capacity %s" % num(POWERPLANT_CFS),
+             "tailwater %s %s %s" % tuple(num(x) for x in TAILWATER),
+             "month_factor " + " ".join("%.3f" % (p / scale) for p in POWER_PRICE),
+             "hour weekday sunday"]
+    for h in range(24):
+        lines.append("%d %s %s" % (h + 1, num(PRICE_WEEKDAY[h]), num(PRICE_SUNDAY[h])))
+    w.lines("hydro/ospsw95b.dat", lines)
+
+
+# ---------------------------------------------------------------------------
 # Graph table
 # ---------------------------------------------------------------------------
 
@@ -2066,6 +2117,7 @@ def generate(out):
     names, D["powers"] = write_sts_files(w)
     write_exp(w)
     write_physical(w, D)
+    gen_hydro_files(w, D["sections"])
     write_lower_production(w, D)
     pop_rows, rbt_rows = write_population(w, D)
     D["catch_start"] = catch_index_start(pop_rows, rbt_rows)

@@ -31,6 +31,7 @@ std::vector<int> listArg(const std::string& opt, const std::string& text) {
 
 std::string UsageText() {
     return "usage: osm-batch [options]\n"
+           "       osm-batch [--folder DIR] process-hydro --from SCENARIO.sts --out NAME.sts [--title TEXT]\n"
            "Runs the Ostrel Gorge Ecosystem Model without the desktop program.\n\n"
            "  --folder DIR          program folder (default: the repository's data/)\n"
            "  --phys-only           run the physical model only\n"
@@ -48,6 +49,10 @@ std::string UsageText() {
            "                        use FILE instead of the default file of that kind\n"
            "  --list-vars           list the graph-table rows after start-up and stop\n"
            "  --help                this text\n\n"
+           "process-hydro runs the hydropower scheduler and the flow router of the\n"
+           "folder's hydro folder for every volume level and month, with the flow limits,\n"
+           "minimum flows and volume levels of SCENARIO.sts, and writes NAME.sts into the\n"
+           "program folder (title: TEXT, or that of SCENARIO.sts).\n\n"
            "Exit status: 0 success, 1 fault, 2 bad usage.\n";
 }
 
@@ -73,9 +78,15 @@ Options ParseOptions(int argc, char** argv, const std::string& defaultFolder) {
         else if (a == "--vars") o.vars = listArg(a, value());
         else if (a == "--reaches") o.reaches = listArg(a, value());
         else if (a == "--list-vars") o.listVars = true;
+        else if (a == "process-hydro") o.processHydro = true;
+        else if (a == "--from" && o.processHydro) o.hydroFrom = value();
+        else if (a == "--out" && o.processHydro) o.hydroOut = value();
+        else if (a == "--title" && o.processHydro) o.hydroTitle = value();
         else if (a.rfind("--", 0) == 0 && fileKinds.count(a.substr(2))) o.files[a.substr(2)] = value();
         else throw UsageError{"unknown option '" + a + "'"};
     }
+    if (o.processHydro && (o.hydroFrom.empty() || o.hydroOut.empty()))
+        throw UsageError{"process-hydro needs --from SCENARIO.sts and --out NAME.sts"};
     return o;
 }
 

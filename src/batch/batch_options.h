@@ -19,6 +19,9 @@ struct Options {
     std::optional<std::vector<int>> reaches;  // reach numbers
     std::map<std::string, std::string> files;  // replaced default files by kind
     bool listVars = false;
+    // The process-hydro command: a new scenario file from another's flow limits.
+    bool processHydro = false;
+    std::string hydroFrom, hydroOut, hydroTitle;
     bool help = false;
 };
 

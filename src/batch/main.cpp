@@ -1,5 +1,6 @@
 // osm-batch: scripted runs of the model on a program folder.
 #include <cstdio>
+#include <filesystem>
 #include <iostream>
 #include <map>
 
@@ -9,6 +10,7 @@
 #include "core/model.h"
 #include "core/numbers.h"
 #include "core/run_driver.h"
+#include "hydrology/process_hydro.h"
 #include "core/start_up.h"
 #include "presentation/graph_table.h"
 #include "presentation/results_csv.h"
@@ -81,6 +83,44 @@ void listVars(const Model& m) {
             std::cout << row << "\tvar " << v << " set " << s << "\t" << GraphRowLabel(g, v, s) << "\n";
 }
 
+// Progress of the scenario pipeline on the progress bar.
+class HydroBar : public HydroProgress {
+public:
+    explicit HydroBar(batch::ProgressBar& bar) : bar_(bar) {}
+    void Show(const std::string& volume, const std::string& month, int step, int steps) override {
+        bar_.Show(step, steps, volume + " af " + month);
+    }
+
+private:
+    batch::ProgressBar& bar_;
+};
+
+// The folder of the running program, where the simulators are built beside it.
+std::string programDir(const char* argv0) {
+    std::error_code ec;
+    const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", ec);
+    return (ec ? std::filesystem::absolute(argv0) : self).parent_path().string();
+}
+
+int processHydro(Model& m, const batch::Options& o, batch::ProgressBar& bar, const char* argv0) {
+    try {
+        std::string from = o.hydroFrom;
+        if (!std::filesystem::exists(from)) from = InFolder(m, from);
+        ReadFlowParameters(m, from);
+        HydroSetup setup = DefaultHydroSetup(m, programDir(argv0));
+        HydroBar progress(bar);
+        setup.progress = &progress;
+        ProcessHydro(m, o.hydroOut, o.hydroTitle.empty() ? m.physical.StsTitle : o.hydroTitle, setup);
+        bar.Finish();
+    } catch (const std::exception& e) {
+        bar.Finish();
+        std::cerr << "osm-batch: process-hydro failed: " << e.what() << "\n";
+        return 1;
+    }
+    std::cerr << "osm-batch: wrote " << InFolder(m, std::filesystem::path(o.hydroOut).filename().string()) << "\n";
+    return 0;
+}
+
 void writeOutputs(Model& m, const batch::Options& o) {
     if (!o.dumpFile.empty()) DumpResults(m, o.dumpFile);
     if (!o.csvFile.empty()) WriteResultsCsv(m, o.csvFile);
@@ -105,7 +145,8 @@ int main(int argc, char** argv) {
     Model m;
     m.messages = &messages;
     try {
-        StartUp(m, StartOptions{o.folder, o.physOnly, o.files});
+        StartUp(m, StartOptions{o.folder, o.physOnly || o.processHydro, o.files});
+        if (o.processHydro) return processHydro(m, o, bar, argv[0]);
         if (o.listVars) {
             listVars(m);
             return 0;

@@ -1,0 +1,167 @@
+// The flow router: steady flow kept, volume conserved over a cycle, lag and
+// attenuation of the daily wave, and its files.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+#include "support/test_folder.h"
+#include "usflow/routing.h"
+#include "usflow/usflow_files.h"
+
+using namespace hydro;
+using osm::test::TestFolder;
+
+namespace {
+
+constexpr double Step = 240;  // 4 minutes
+constexpr int PerDay = 360;
+
+// A gorge of three stations whose area grows as Q^0.7 and width as Q^0.12.
+Geometry gorge() {
+    Geometry g;
+    g.damMile = -15.62;
+    g.discharge = {2000, 5000, 10000, 20000, 40000};
+    for (double mile : {-15.0, 40.0, 120.0}) {
+        Station s;
+        s.mile = mile;
+        s.slope = mile < 0 ? 0.001 : 0.002;
+        for (double q : g.discharge) {
+            s.area.push_back(2000 * std::pow(q / 5000, 0.7));
+            s.width.push_back(220 * std::pow(q / 5000, 0.12));
+        }
+        g.stations.push_back(s);
+    }
+    return g;
+}
+
+// A peaking day: 5,000 cfs at night, 20,000 cfs from hour 10 to 18, ramps between.
+std::vector<double> peakingDays(int days) {
+    std::vector<double> q;
+    for (int k = 1; k <= days * PerDay; ++k) {
+        const double h = std::fmod(k * Step / 3600.0, 24.0);
+        const double up = std::clamp((h - 7) / 3, 0.0, 1.0), down = std::clamp((21 - h) / 3, 0.0, 1.0);
+        q.push_back(5000 + 15000 * std::min(up, down));
+    }
+    return q;
+}
+
+double cycleSum(const RoutingResult& r, size_t point, int day) {
+    double v = 0;
+    for (int k = day * PerDay; k < (day + 1) * PerDay; ++k) v += r.flow[size_t(k)][point];
+    return v;
+}
+
+}  // namespace
+
+TEST(Router, CelerityAndWidthFromTheRating) {
+    Geometry g = gorge();
+    const Station& s = g.stations[0];
+    const Hydraulics h = StationHydraulics(g, s, 7000);
+    EXPECT_NEAR(h.celerity, 5000 / (s.area[2] - s.area[1]), 1e-9);
+    EXPECT_NEAR(h.width, s.width[1] + 0.4 * (s.width[2] - s.width[1]), 1e-9);
+}
+
+TEST(Router, SteadyFlowPassesUnchanged) {
+    const std::vector<double> in(3 * PerDay, 12000);
+    const RoutingResult r = RouteFlow(gorge(), 100, in, Step, {-10, 20, 99}, PerDay);
+    ASSERT_EQ(r.flow.size(), in.size());
+    for (const auto& row : r.flow)
+        for (double q : row) EXPECT_NEAR(q, 12000, 1e-6);
+}
+
+TEST(Router, AStepInTheInflowSettlesFlatWithTheVolumeKept) {
+    // 8,000 cfs for a day, then 12,000: far down, the flow ends flat at 12,000.
+    std::vector<double> in(PerDay, 8000);
+    in.resize(3 * PerDay, 12000);
+    const RoutingResult r = RouteFlow(gorge(), 60, in, Step, {50}, PerDay);
+    for (int k = 3 * PerDay - 60; k < 3 * PerDay; ++k) EXPECT_NEAR(r.flow[size_t(k)][0], 12000, 1);
+    // Nothing arrives before the wave can travel 65 miles.
+    EXPECT_NEAR(r.flow[PerDay + 10][0], 8000, 1);
+    EXPECT_GT(r.maxCourant, 0.3);
+    EXPECT_LE(r.maxCourant, 2.0);
+}
+
+TEST(Router, DailyWaveLagsAttenuatesAndKeepsItsVolume) {
+    const std::vector<double> in = peakingDays(3);
+    const std::vector<double> miles{0, 30, 60, 100};
+    const RoutingResult r = RouteFlow(gorge(), 110, in, Step, miles, PerDay);
+    const double inflowDay = std::accumulate(in.begin() + 2 * PerDay, in.end(), 0.0);
+    double lastPeakHour = -1, lastPeak = 1e9, lastLow = 0;
+    for (size_t p = 0; p < miles.size(); ++p) {
+        // The last cycle carries the day's volume to 0.1 %.
+        EXPECT_NEAR(cycleSum(r, p, 2), inflowDay, 0.001 * inflowDay) << "mile " << miles[p];
+        double peak = 0, low = 1e9, peakHour = 0;
+        for (int k = 2 * PerDay; k < 3 * PerDay; ++k) {
+            const double q = r.flow[size_t(k)][p];
+            if (q > peak) {
+                peak = q;
+                peakHour = (k - 2 * PerDay) * Step / 3600.0;
+            }
+            low = std::min(low, q);
+        }
+        if (p > 0) {
+            // Later, lower and fuller downstream; the peak moves a few miles an hour.
+            const double hours = std::fmod(peakHour - lastPeakHour + 24, 24);
+            EXPECT_GT(hours, 0) << "mile " << miles[p];
+            const double mph = (miles[p] - miles[p - 1]) / hours;
+            EXPECT_GT(mph, 2) << "mile " << miles[p];
+            EXPECT_LT(mph, 15) << "mile " << miles[p];
+            EXPECT_LT(peak, lastPeak);
+            EXPECT_GT(low, lastLow - 1e-6);
+        }
+        lastPeakHour = peakHour;
+        lastPeak = peak;
+        lastLow = low;
+    }
+}
+
+TEST(Router, BadRequestsAreRefused) {
+    const std::vector<double> in(10, 5000);
+    EXPECT_THROW(RouteFlow(gorge(), 50, in, Step, {60}, 10), std::invalid_argument);
+    EXPECT_THROW(RouteFlow(gorge(), -20, in, Step, {-16}, 10), std::invalid_argument);
+    EXPECT_THROW(RouteFlow(gorge(), 50, {}, Step, {10}, 10), std::invalid_argument);
+}
+
+TEST(RouterFiles, ControlInflowAndOutputRoundTrip) {
+    TestFolder f;
+    f.Write("usflowON.in", "usflowON inflowON.dat 4 40 caddqd.In 1\r\n-15.4\r\n-5.1\r\n14.7\r\n");
+    const RoutingControl c = ReadRoutingControl(f.File("usflowON.in"));
+    EXPECT_EQ(c.inflowFile, "inflowON.dat");
+    EXPECT_EQ(c.stepMinutes, 4);
+    EXPECT_EQ(c.lengthMiles, 40);
+    EXPECT_EQ(c.outMiles, (std::vector<double>{-15.4, -5.1, 14.7}));
+    // The inflow file is found whatever the letter case of its name.
+    f.Write("inflowOn.dat", "0.066667 141.585000\r\n0.133333 283.170000\r\n");
+    const std::string found = FindFile(f.File("inflowON.dat"));
+    EXPECT_EQ(found.substr(found.size() - 12), "inflowOn.dat");
+    const std::vector<double> q = ReadInflow(found, 4);
+    ASSERT_EQ(q.size(), 2u);
+    EXPECT_NEAR(q[0], 5000, 1e-9);  // 141.585 m3/s at 0.028317 m3/ft3
+    EXPECT_EQ(OutputName(f.File("usflowON.in")), f.File("usflowON.dat"));
+
+    RoutingResult r;
+    r.flow = {{5000, 6000}, {5500, 6500}};
+    WriteRouted(f.File("out.dat"), r, 4);
+    EXPECT_EQ(f.Read("out.dat"), "    0.0667    141.58500    169.90200\r\n    0.1333    155.74350    184.06050\r\n");
+}
+
+TEST(RouterFiles, BadFilesNameTheLine) {
+    TestFolder f;
+    auto text = [](auto fn) {
+        try {
+            fn();
+        } catch (const FileError& e) {
+            return e.text;
+        }
+        return std::string("no error");
+    };
+    f.Write("in.dat", "0.066667 10\r\n0.2 11\r\n");
+    EXPECT_NE(text([&] { ReadInflow(f.File("in.dat"), 4); }).find("in.dat:2: expected the time 0.133333"),
+              std::string::npos);
+    f.Write("g.In", "title\r\ndam_mile -15.62\r\ndischarges 1000 2000\r\nstation 0 0.001 500 400 100 110\r\n");
+    EXPECT_NE(text([&] { ReadGeometry(f.File("g.In")); }).find("g.In:4: expected areas rising"), std::string::npos);
+    f.Write("c.in", "usflowON inflowON.dat 7 40 caddqd.In 1\r\n1.0\r\n");
+    EXPECT_NE(text([&] { ReadRoutingControl(f.File("c.in")); }).find("divides the hour"), std::string::npos);
+}
