@@ -1,0 +1,194 @@
+#include <gtest/gtest.h>
+
+#include "core/fault.h"
+#include "core/model.h"
+#include "core/reaches.h"
+#include "core/start_up.h"
+#include "sediment/physical_parameters.h"
+#include "sediment/storage_potential.h"
+#include "support/fault_text.h"
+#include "support/test_folder.h"
+
+using namespace osm;
+using osm::test::TestFolder;
+
+namespace {
+
+constexpr double G = SandDensity;
+
+// One run reach a mile long with five slices of 2 ft and a rating of 1000 cfs a
+// foot, so the mid-slice discharges are 1000, 3000, .., 9000 cfs.
+struct Geometry {
+    TestFolder f;
+    Model m;
+    Sediment& sd = m.sediment;
+
+    explicit Geometry(const std::string& eddySheet =
+                          "Discharge,Vol_S,Vol_M,Vol_L\r\n0,0,0,0\r\n4000,100,200,400\r\n8000,300,400,1000\r\n") {
+        BuildMonthsTable(m);
+        m.main.NSlices = 5;
+        ReadReachFile(m, f.Write("Reaches.csv", "\"t\",2,2,2\r\n\"a\",\"b\",\"c\",\"d\"\r\n"
+                                                "1,\"Dam\",0,0.5\r\n2,\"Run\",0.5,1.5\r\n"));
+        f.Write("physical.xls/Eddy_Storage.csv", eddySheet);
+        m.main.PhysicalXls = f.File("physical.xls");
+        Physical& p = m.physical;
+        for (int i = 1; i <= 13; ++i) {
+            p.QTable(i, 2) = static_cast<float>((i - 1) * 5000);
+            p.StageTable(i, 2) = static_cast<float>((i - 1) * 5);
+        }
+        const float area[] = {10560, 10560, 105600, 10560, 10560};  // half widths 1, 1, 10, 1, 1 ft
+        for (int s = 1; s <= 5; ++s) {
+            p.SliceQ(s, 2) = static_cast<float>(1000 * (2 * s - 1));
+            p.SliceArea(s, 2) = area[s - 1];
+        }
+        for (int b = 1; b <= 4; ++b) p.IndexSlice(b, 2) = static_cast<float>(b == 1 ? 2 : b + 2);
+        m.morph.NEddy(2, 1) = 1;
+        m.morph.NEddy(2, 3) = 2;
+        m.morph.NCM(2) = 3;
+        sd.AngleOfRepose = 45;
+        sd.AvgCMLengthInMiles = 0.5f;
+        sd.CoarseVol(1, 2) = 500000;
+        sd.CoarseVol(2, 2) = 440000;
+        sd.CoarseVol(3, 2) = 400000;
+        sd.BedThickMax = 2;
+        sd.BedThickHalfSat = 1000;
+        sd.BedThickSlope = 1;
+        sd.CFSLowBeachLimit = 2000;
+        sd.CFSHighBeachLimit = 6000;
+        sd.BaseBeachRelFull = 0.5f;
+    }
+};
+
+}  // namespace
+
+// Eddies: one small and two large give 0, 900, 2300 ft3 at 0, 4000, 8000 cfs;
+// each slice holds the rise of that curve over the slice below, and the last
+// segment goes on above 8000 cfs.
+TEST(StoragePotential, EddyMarginAndPoolOfASmallGeometry) {
+    Geometry g;
+    RecomputeStorage(g.m, false);
+    const Sediment& sd = g.sd;
+    const double eddy[] = {225, 450, 575, 700, 700};
+    // Margins: the lowest slice fills 2w x 2 ft; above, a 45 degree wedge h x w
+    // with h cut at the slice's 2 ft.
+    const double margin[] = {4, 1, 20, 1, 1};
+    for (int s = 1; s <= 5; ++s) {
+        EXPECT_NEAR(sd.SandPot(s, 2, 1), eddy[s - 1] * G, eddy[s - 1] * G * 1e-6) << s;
+        const double cm = G * 3 * margin[s - 1] * 0.5 * 5280;
+        EXPECT_NEAR(sd.SandPot(s, 2, 2), cm, cm * 1e-6) << s;
+    }
+    // Pool: coarse volume from levels 1..3 (below 5000 cfs the first segment
+    // extends down), plus the bed layer 2000/(1000 + q) ft over 17,930,000 ft2 x 0.2.
+    auto pool = [](double vc, double q) { return (vc + 17930000 * 0.2 * 2 * 1000 / (1000 + q)) * G; };
+    EXPECT_NEAR(sd.SandPot(1, 2, 3), pool(580000, 1000), 1e-6 * pool(580000, 1000));
+    EXPECT_NEAR(sd.SandPot(3, 2, 3), pool(500000, 5000), 1e-6 * pool(500000, 5000));
+    EXPECT_NEAR(sd.SandPot(4, 2, 3), pool(460000, 7000), 1e-6 * pool(460000, 7000));
+    EXPECT_NEAR(sd.SandPot(5, 2, 3), pool(420000, 9000), 1e-6 * pool(420000, 9000));
+    EXPECT_FLOAT_EQ(sd.PoolPotRef(2), sd.SandPot(5, 2, 3));  // every slice lies below 20000 cfs
+    for (int z = 1; z <= 3; ++z) EXPECT_EQ(sd.SandPot(0, 2, z), 0.0f);
+
+    // Bands below index slices 2, 4, 5, 6: slice 1 | 2, 3 | 4 | 5.
+    EXPECT_NEAR(sd.BandPot(1, 2, 1), 225 * G, 1);
+    EXPECT_NEAR(sd.BandPot(2, 2, 1), 1025 * G, 1);
+    EXPECT_NEAR(sd.BandPot(4, 2, 1), 700 * G, 1);
+    EXPECT_NEAR(sd.BandPot(2, 2, 2), 21 * G * 3 * 0.5 * 5280, 100);
+
+    // Beach slices: the first above 2000 cfs is 2, the first above 6000 is 4.
+    EXPECT_EQ(sd.BeachLowSlice(2), 1);
+    EXPECT_EQ(sd.BeachHighSlice(2), 3);
+    EXPECT_NEAR(sd.BeachBasePot(2), (225 + 450 + 575) * G * 0.5, 1);
+}
+
+// A falling eddy curve gives a slice nothing, while the running value follows
+// the curve down.
+TEST(StoragePotential, AFallingEddyCurveGivesZeroSlices) {
+    Geometry g("Discharge,Vol_S,Vol_M,Vol_L\r\n0,0,0,0\r\n4000,900,0,0\r\n8000,500,0,0\r\n");
+    g.m.morph.NEddy(2, 3) = 0;
+    RecomputeStorage(g.m, false);
+    const double eddy[] = {225, 450, 125, 0, 0};  // curve 225, 675, 800, 600, 400
+    for (int s = 1; s <= 5; ++s) EXPECT_NEAR(g.sd.SandPot(s, 2, 1), eddy[s - 1] * G, 1) << s;
+}
+
+// No eddies at all: no eddy potential and no beach base; swapped beach limits
+// give an empty range.
+TEST(StoragePotential, NoEddiesAndSwappedBeachLimits) {
+    Geometry g;
+    g.m.morph.NEddy(2, 1) = 0;
+    g.m.morph.NEddy(2, 3) = 0;
+    RecomputeStorage(g.m, false);
+    for (int s = 1; s <= 5; ++s) EXPECT_EQ(g.sd.SandPot(s, 2, 1), 0.0f);
+    EXPECT_EQ(g.sd.BeachBasePot(2), 0.0f);
+
+    Geometry h;
+    h.sd.CFSLowBeachLimit = 6000;
+    h.sd.CFSHighBeachLimit = 2000;
+    RecomputeStorage(h.m, false);
+    EXPECT_EQ(h.sd.BeachLowSlice(2), 3);
+    EXPECT_EQ(h.sd.BeachHighSlice(2), 2);
+    EXPECT_EQ(h.sd.BeachBasePot(2), 0.0f);
+}
+
+// Only a reset restarts the stores; a plain recomputation keeps the sand where
+// it is, whatever the new capacities.
+TEST(StoragePotential, ResetRestartsTheStoresAndAPlainRecomputationDoesNot) {
+    Geometry g;
+    for (int z = 1; z <= 3; ++z) g.sd.IniPropSliceFull(z) = 0.5f;
+    g.sd.SandStore(2, 2, 1) = 7;
+    RecomputeStorage(g.m, false);
+    EXPECT_EQ(g.sd.SandStore(2, 2, 1), 7.0f);
+    RecomputeStorage(g.m, true);
+    EXPECT_NEAR(g.sd.SandStore(2, 2, 1), 225 * G, 1);
+    EXPECT_FLOAT_EQ(g.sd.SandStore(0, 2, 3), g.sd.SandPot(1, 2, 3) * 0.5f);
+    EXPECT_NEAR(g.sd.ZoneSand(2, 1), 1325 * G, 10);
+}
+
+// The bed areas belong to reaches 2..12; a reach file running other reaches is
+// refused at load with a clear text.
+TEST(StoragePotential, ReachesWithoutABedAreaAreRefused) {
+    Geometry g;
+    ReadReachFile(g.m, g.f.Write("Wide.csv", "\"t\",2,1,2\r\n\"a\",\"b\",\"c\",\"d\"\r\n"
+                                             "1,\"Dam\",0,0.5\r\n2,\"Run\",0.5,1.5\r\n"));
+    EXPECT_TRUE(osm::test::Holds(osm::test::FaultText([&] { RecomputeStorage(g.m, false); }),
+                                 {"reaches 2 to 12", "runs reaches 1 to 2"}));
+    EXPECT_THROW(ReadCoarseVolumes(g.m, g.m.main.PhysicalXls, "MCPool_Storage$"), Fault);
+}
+
+// Coarse volumes go by discharge level and reach number; a discharge that is not
+// one of the twelve levels is named with its row, and nothing is taken.
+TEST(StoragePotential, CoarseVolumesByLevelAndReach) {
+    Geometry g;
+    g.f.Write("physical.xls/MCPool_Storage.csv",
+              "Discharge,ReachNum,V_Coarse\r\n5000,2,900\r\n5000,1,800\r\n100000,2,50\r\n");
+    ReadCoarseVolumes(g.m, g.m.main.PhysicalXls, "MCPool_Storage$");
+    EXPECT_EQ(g.sd.CoarseVol(1, 2), 900.0f);
+    EXPECT_EQ(g.sd.CoarseVol(1, 1), 800.0f);
+    EXPECT_EQ(g.sd.CoarseVol(12, 2), 50.0f);
+    EXPECT_EQ(g.sd.CoarseVol(2, 2), 0.0f);  // the earlier table is replaced whole
+
+    g.f.Write("physical.xls/Bad.csv", "Discharge,ReachNum,V_Coarse\r\n5000,2,1\r\n6000,2,2\r\n");
+    EXPECT_TRUE(osm::test::Holds(
+        osm::test::FaultText([&] { ReadCoarseVolumes(g.m, g.m.main.PhysicalXls, "Bad$"); }),
+        {"Bad$", "3", "6000"}));
+    EXPECT_EQ(g.sd.CoarseVol(1, 2), 900.0f);
+}
+
+// The default river: every reach has positive potentials, the pool reference
+// lies below 20000 cfs, and the beach range spans the beach limits.
+TEST(StoragePotential, DefaultRiverIsSane) {
+    Model m;
+    StartUp(m, StartOptions{OSM_SOURCE_DIR "/data", true, {}});
+    const Sediment& sd = m.sediment;
+    for (int r = m.main.FirstReach; r <= m.main.LastReach; ++r) {
+        double eddy = 0, margin = 0;
+        for (int s = 1; s <= m.main.NSlices; ++s) {
+            eddy += sd.SandPot(s, r, 1);
+            margin += sd.SandPot(s, r, 2);
+            EXPECT_GE(sd.SandPot(s, r, 1), 0.0f);
+        }
+        EXPECT_GT(eddy, 0) << r;
+        EXPECT_GT(margin, 0) << r;
+        EXPECT_GT(sd.PoolPotRef(r), 0.0f) << r;
+        EXPECT_LE(sd.BeachLowSlice(r), sd.BeachHighSlice(r)) << r;
+        EXPECT_GT(sd.BeachBasePot(r), 0.0f) << r;
+    }
+}
