@@ -5,6 +5,8 @@
 #include <QLabel>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QtCharts/QCategoryAxis>
+#include <QtCharts/QChart>
 
 #include "core/run_driver.h"
 #include "forms/chart_export.h"
@@ -12,6 +14,7 @@
 #include "forms/graphs_form.h"
 #include "forms/profiles_form.h"
 #include "forms_test_registry.h"
+#include "support/collect_messages.h"
 #include "support/small_model.h"
 
 namespace {
@@ -36,9 +39,13 @@ class GraphsFormTest : public QObject {
     Q_OBJECT
 private:
     std::unique_ptr<osm::test::SmallModel> s_;
+    osm::test::CollectMessages messages_;  // the small river's sand balance notes
 
 private slots:
-    void init() { s_ = osm::test::StartSmallModel(true); }
+    void init() {
+        s_ = osm::test::StartSmallModel(true);
+        s_->m.messages = &messages_;
+    }
     void cleanup() { s_.reset(); }
 
     void aRunFeedsGraphsAndProfiles() {
@@ -120,6 +127,26 @@ private slots:
         QCOMPARE(graphs.State(1).axisLabels.front(), std::string("60"));
         QCOMPARE(graphs.State(1).axisLabels.back(), std::string("62"));
         QCOMPARE(graphs.PointCount(1, 0), 12);
+    }
+
+    void repeatedYearLabelsAllStandUnderTheirTicks() {
+        // Two centuries across: after the fold at 100 the labels repeat, and the
+        // axis still shows one under each tick.
+        osm::Model& m = s_->m;
+        m.graphs.TimeWindow = 200;
+        osm::GraphsForm graphs(m);
+        graphs.resize(900, 600);
+        graphs.SetupGraphs();
+        graphs.RefreshCharts();
+        const auto& labels = graphs.State(1).axisLabels;
+        QCOMPARE(labels.size(), size_t{11});
+        QCOMPARE(labels[0], std::string("48"));
+        QCOMPARE(labels[5], std::string("48"));
+        auto* axis = qobject_cast<QCategoryAxis*>(graphs.ChartView(1)->chart()->axes(Qt::Horizontal).value(0));
+        QVERIFY(axis);
+        QCOMPARE(axis->count(), 11);
+        QCOMPARE(axis->categoriesLabels().at(5).trimmed(), QStringLiteral("48"));
+        QCOMPARE(axis->endValue(axis->categoriesLabels().at(10)), 2400.0);
     }
 
     void doubleClickShowsTheKey() {
