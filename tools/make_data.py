@@ -940,21 +940,11 @@ INDICATOR_POPS = [
 
 
 # ---------------------------------------------------------------------------
-# Flow scenarios (.sts) until the scenario pipeline writes them
+# Flow scenarios: the flow limits the scenario pipeline starts from
 # ---------------------------------------------------------------------------
 
 VOL_LEVELS = [250000, 500000, 800000, 1200000, 2000000, 3500000]
-# Weekday shape of the release, hour ending 1..24: night low, morning ramp,
-# afternoon and evening peak, late ramp down.
-PEAK_SHAPE = [0.0, 0.0, 0.0, 0.0, 0.0, 0.05, 0.2, 0.4, 0.6, 0.8, 0.95, 1.0,
-              1.0, 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, 0.9, 0.7, 0.45, 0.25, 0.1]
-SUNDAY_MEAN = 0.85          # Sunday mean flow over weekday mean flow
-SUNDAY_RANGE = 0.6          # Sunday daily range over weekday range
-WAVE_MPH = 4.2              # celerity of the daily wave, miles an hour
-DAMPING_MILES = 260.0       # e-folding distance of the daily range
-ENERGY_MWH_PER_AF = 0.45
-POWER_PRICE = [34, 32, 29, 27, 26, 30, 38, 39, 33, 30, 31, 35]   # $/MWh
-PEAK_PREMIUM = 0.22         # value of full daily flexibility over steady flow
+POWER_PRICE = [34, 32, 29, 27, 26, 30, 38, 39, 33, 30, 31, 35]   # $/MWh, monthly level
 
 SCENARIOS = [
     dict(name="noaction", title="No action - historical peaking operations",
@@ -984,83 +974,6 @@ SCENARIOS = [
 
 def min_flow(sc, h):
     return sc["minday"] if 8 <= h <= 19 else sc["minnight"]
-
-
-def daily_range(sc, m, vol, qw):
-    """Daily range of the weekday release, cfs, under the scenario's limits."""
-    limit = sc["maxchange"][m - 1]
-    if sc["driven"]:
-        for v, c in zip(sc["changevol"], sc["changelim"]):
-            if vol < v:
-                limit = c
-                break
-    if limit <= 0:
-        return 0.0
-    sbar = sum(PEAK_SHAPE) / 24.0
-    up = max(b - a for a, b in zip(PEAK_SHAPE, PEAK_SHAPE[1:] + PEAK_SHAPE[:1]))
-    down = max(a - b for a, b in zip(PEAK_SHAPE, PEAK_SHAPE[1:] + PEAK_SHAPE[:1]))
-    r = float(limit)
-    r = min(r, sc["up"] / up, sc["down"] / down)
-    r = min(r, (qw - sc["minnight"]) / sbar if qw > sc["minnight"] else 0.0)
-    r = min(r, (sc["maxflow"] - qw) / (1 - sbar) if qw < sc["maxflow"] else 0.0)
-    return max(0.0, r)
-
-
-def route(pattern, mean, mile):
-    """Pattern at a reach: lagged by the travel time of the daily wave and
-    damped with distance; the mean is kept."""
-    lag = mile / WAVE_MPH
-    damp = math.exp(-mile / DAMPING_MILES)
-    out = []
-    for h in range(24):
-        t = (h - lag) % 24.0
-        i = int(t)
-        f = t - i
-        v = pattern[i % 24] * (1 - f) + pattern[(i + 1) % 24] * f
-        out.append(mean + damp * (v - mean))
-    return out
-
-
-def gen_scenario(sc):
-    """Tables of one scenario: power value, hourly flows by reach."""
-    records = []
-    power = {}
-    sbar = sum(PEAK_SHAPE) / 24.0
-    for L, vol in enumerate(VOL_LEVELS, start=1):
-        for m in range(1, 13):
-            qm = af_to_cfs(vol, m)
-            flat = sc["maxchange"][m - 1] <= 0 or qm >= 0.97 * sc["maxflow"]
-            if flat:
-                on = [qm] * 24
-                off = [qm] * 24
-                rng_w = 0.0
-            else:
-                qw = 7.0 * qm / (6.0 + SUNDAY_MEAN)
-                qs = SUNDAY_MEAN * qw
-                rng_w = daily_range(sc, m, vol, qw)
-                rng_s = SUNDAY_RANGE * rng_w
-                on = [qw - rng_w * sbar + rng_w * s for s in PEAK_SHAPE]
-                off = [qs - rng_s * sbar + rng_s * s for s in PEAK_SHAPE]
-            cap = cfs_to_af(POWERPLANT_CFS, m)
-            energy = min(vol, cap) * ENERGY_MWH_PER_AF
-            flex = min(1.0, rng_w / max(qm, 1.0))
-            pv = energy * POWER_PRICE[m - 1] * (1 + PEAK_PREMIUM * flex)
-            # whole dollars, at most 7 significant digits (a single holds it exactly)
-            pv = int(round(pv, 6 - int(math.floor(math.log10(pv)))))
-            power[(m, L)] = pv
-            reaches = []
-            for r in range(FIRST_REACH, LAST_REACH + 1):
-                x = reach_mid(r)
-                if flat:
-                    ron, roff = on, off
-                else:
-                    ron = route(on, sum(on) / 24.0, x)
-                    roff = route(off, sum(off) / 24.0, x)
-                reaches.append((r, [int(round(v)) for v in ron], [int(round(v)) for v in roff]))
-            first = reaches[0]
-            qavg = int(round((sum(first[1]) + sum(first[2])) / 48.0))
-            records.append((m, vol, pv, qavg, reaches))
-    return records, power
 
 
 # ---------------------------------------------------------------------------
@@ -1333,12 +1246,12 @@ def write_riverware(w, vol, natural):
             [(i + 1, spike_size[i]) for i in range(nruns)])
 
 
-def write_sts_files(w):
+def write_flow_parameters(w):
+    """The flow limits of each scenario as the head of a scenario file, in
+    hydro/scenarios/; tools/make_scenarios.sh runs the scenario pipeline on them
+    to make the scenario files of the program folder."""
     names = []
-    powers = {}
     for sc in SCENARIOS:
-        records, power = gen_scenario(sc)
-        powers[sc["name"]] = power
         names.append(sc["name"])
         lines = [sc["title"]]
         lines.append(rec("Flow Parameters", sc["maxflow"], sc["down"], sc["up"]))
@@ -1352,18 +1265,9 @@ def write_sts_files(w):
             lines.append(rec(h, *[min_flow(sc, h)] * 12))
         lines.append("")
         lines.append(rec("Monthly Release Volumes", *VOL_LEVELS))
-        lines.append("")
-        heads = ["Month", "MRV", "Reach", "QAvg"] + ["QDi_On-%d" % h for h in range(1, 25)] + \
-                ["QDi_Off-%d" % h for h in range(1, 24)] + ["QDi-24"]
-        lines.append(rec(*heads))
-        for m, vol, pv, qavg, reaches in records:
-            fields = [m, vol, "Power Value=", pv]
-            for r, on, off in reaches:
-                fields += [r, qavg] + on + off
-            lines.append(rec(*fields))
-        w.lines(sc["name"] + ".sts", lines)
+        w.lines("hydro/scenarios/" + sc["name"] + ".flow", lines)
     w.lines("diurnal_scenarios.txt", [rec(n) for n in names])
-    return names, powers
+    return names
 
 
 def write_exp(w):
@@ -1928,7 +1832,14 @@ FILE_DOCS = [
     ("start_message.txt", "text shown on the start dialog", "frmSplash load (StartUp)"),
     ("diurnal_scenarios.txt", "names of the flow scenarios, one a line", "StartUp"),
     ("noaction.sts, modlow.sts, interim.sts, seasonal.sts, steady.sts",
-     "hourly flows by volume level, month and reach; power values; flow limits", "ReadSts"),
+     "hourly flows by volume level, month and reach; power values; flow limits (made by the "
+     "scenario pipeline, tools/make_scenarios.sh)", "ReadSts"),
+    ("hydro/scenarios/*.flow", "each scenario's flow limits, minimum flows and volume levels: the head "
+     "of a scenario file", "ReadFlowParameters (osm-batch process-hydro --from)"),
+    ("hydro/caddqd.In", "river geometry of the flow router: one station a reach with bed slope, "
+     "wetted area and width at twelve discharges", "USFlow"),
+    ("hydro/ospsw95b.dat", "plant efficiency, turbine capacity, tailwater rating, hourly power "
+     "prices for weekdays and Sundays, monthly price factors", "ospsw95b"),
     ("default.exp", "experimental release temperatures; scenario code and experimental flag by year",
      "LoadExp"),
     ("Reaches.csv", "reach breaks: counts, labels, miles below the dam", "ReadReachFile"),
@@ -2040,17 +1951,14 @@ def write_readme(w, D):
         rows.append(("%d-%d" % (1900 + y0, 1900 + yrs[-1]), "%.2f" % min(a), "%.2f" % (sum(a) / len(a)),
                      "%.2f" % max(a)))
     subs["ANNUAL"] = md_table(["years", "least (maf)", "mean (maf)", "most (maf)"], rows)
-    subs["WAVE"] = num(WAVE_MPH)
-    subs["DAMP"] = num(DAMPING_MILES)
     rows = []
     for sc in SCENARIOS:
-        pv = sum(D["powers"][sc["name"]][(m, 3)] for m in range(1, 13)) / 1e6
         rows.append((sc["name"] + ".sts", sc["title"], sc["maxflow"], "%d / %d" % (sc["up"], sc["down"]),
-                     "%d-%d" % (min(sc["maxchange"]), max(sc["maxchange"])),
-                     "%d / %d" % (sc["minnight"], sc["minday"]), "%.1f" % pv))
+                     "%d-%d" % (min(sc["maxchange"]), max(sc["maxchange"])) +
+                     (" (by volume)" if sc["driven"] else ""),
+                     "%d / %d" % (sc["minnight"], sc["minday"])))
     subs["SCENARIOS"] = md_table(["file", "scenario", "max flow (cfs)", "up / down ramp (cfs/h)",
-                                  "daily change (cfs)", "min flow night / day (cfs)",
-                                  "power value at 800,000 af/month ($M/yr)"], rows)
+                                  "daily change (cfs)", "min flow night / day (cfs)"], rows)
     secs = D["sections"]
     st5 = [x["rows"][0][1] for x in secs]
     st60 = [x["rows"][-1][1] for x in secs]
@@ -2114,7 +2022,7 @@ def generate(out):
     w.lines("start_message.txt", [START_MESSAGE])
     write_reaches(w)
     write_riverware(w, vol, natural)
-    names, D["powers"] = write_sts_files(w)
+    write_flow_parameters(w)
     write_exp(w)
     write_physical(w, D)
     gen_hydro_files(w, D["sections"])

@@ -9,6 +9,7 @@
 #include "core/fault.h"
 #include "core/model.h"
 #include "core/numbers.h"
+#include "core/reaches.h"
 #include "core/run_driver.h"
 #include "hydrology/process_hydro.h"
 #include "core/start_up.h"
@@ -104,6 +105,12 @@ std::string programDir(const char* argv0) {
 
 int processHydro(Model& m, const batch::Options& o, batch::ProgressBar& bar, const char* argv0) {
     try {
+        // The pipeline needs only the months table and the reach breaks, so it
+        // runs on a folder that has no scenario file yet.
+        BuildMonthsTable(m);
+        m.main.ProgramFolder = o.folder;
+        const auto rb = o.files.find("reach-breaks");
+        ReadReachFile(m, InFolder(m, rb == o.files.end() ? "Reaches.csv" : rb->second));
         std::string from = o.hydroFrom;
         if (!std::filesystem::exists(from)) from = InFolder(m, from);
         ReadFlowParameters(m, from);
@@ -145,8 +152,8 @@ int main(int argc, char** argv) {
     Model m;
     m.messages = &messages;
     try {
-        StartUp(m, StartOptions{o.folder, o.physOnly || o.processHydro, o.files});
         if (o.processHydro) return processHydro(m, o, bar, argv[0]);
+        StartUp(m, StartOptions{o.folder, o.physOnly, o.files});
         if (o.listVars) {
             listVars(m);
             return 0;
