@@ -5,6 +5,7 @@
 
 #include "core/model.h"
 #include "core/numbers.h"
+#include "presentation/time_series.h"
 
 namespace osm {
 
@@ -25,6 +26,7 @@ void SetupProfiles(const Model& m, ChartSet& charts) {
     for (int i = 1; i <= 6; ++i) {
         const int v = g.ProfSlot(i);
         if (v == 0) continue;
+        CheckChartVariable(m, "Profile", i, v);
         ChartState& c = Chart(charts, i);
         c.frameColour = 0;
         c.backColour = Chart(charts, 1).backColour;

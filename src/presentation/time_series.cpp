@@ -1,11 +1,20 @@
 #include "presentation/time_series.h"
 
+#include "core/fault.h"
 #include "core/model.h"
+#include "core/numbers.h"
 #include "core/run_driver.h"
 #include "presentation/graph_table.h"
 #include "presentation/time_axis.h"
 
 namespace osm {
+
+void CheckChartVariable(const Model& m, const char* view, int chart, int v) {
+    if (v >= 1 && v <= m.graphs.NVars) return;
+    throw Fault(std::string(view) + " " + NumText(chart) + " is set to show variable " + NumText(v) +
+                ", but the graph table has variables 1 to " + NumText(static_cast<int>(m.graphs.NVars)) +
+                ": choose another in Set Graphics or load another graphics setup file");
+}
 
 void SetupGraphs(const Model& m, ChartSet& charts) {
     const Graphs& g = m.graphs;
@@ -13,6 +22,7 @@ void SetupGraphs(const Model& m, ChartSet& charts) {
     for (int i = 1; i <= 6; ++i) {
         const int v = g.GraphSlot(i);
         if (v == 0) continue;
+        CheckChartVariable(m, "Graph", i, v);
         ChartState& c = Chart(charts, i);
         c.sizeCode = 10;
         c.frameColour = 0;

@@ -7,6 +7,10 @@ namespace osm {
 
 struct Model;
 
+// A chart's variable must be in the graph table; a fault names the view, the
+// chart and the variables there are.
+void CheckChartVariable(const Model& m, const char* view, int chart, int v);
+
 // Axis limits, title and curve formats of every chart with a variable.
 void SetupGraphs(const Model& m, ChartSet& charts);
 // Removes every point of all six charts.

@@ -2,6 +2,7 @@
 
 #include "core/run_driver.h"
 #include "presentation/profile_points.h"
+#include "support/fault_text.h"
 #include "graph_views_fixture.h"
 
 using namespace osm;
@@ -130,4 +131,9 @@ TEST_F(Profiles, MileLabelsFromTheFirstReach) {
     EXPECT_EQ(c.axisLabels[5], "30.4");
     EXPECT_EQ(Chart(charts, 3).axisLabels[2], "12.4");
     EXPECT_TRUE(Chart(charts, 2).axisLabels.empty());
+}
+
+TEST_F(Profiles, AProfileOfAVariableOutsideTheTableIsAFault) {
+    m.graphs.ProfSlot(6) = 9;
+    EXPECT_TRUE(test::Holds(test::FaultText([&] { SetupProfiles(m, charts); }), {"Profile 6", "variable 9"}));
 }

@@ -204,3 +204,11 @@ TEST_F(TimeSeries, AWindowOfNoYearsStopsAtTheFirstDecember) {
     SetCalendar(m, 1, 12);
     EXPECT_TRUE(test::Holds(test::FaultText([&] { UpdateGraphs(m, charts, 1, 12); }), {"time window"}));
 }
+
+TEST_F(TimeSeries, AChartOfAVariableOutsideTheTableIsAFaultThatNamesIt) {
+    m.graphs.GraphSlot(5) = 4;
+    const std::string text = test::FaultText([&] { SetupGraphs(m, charts); });
+    EXPECT_TRUE(test::Holds(text, {"Graph 5", "variable 4", "variables 1 to 3"}));
+    m.graphs.GraphSlot(5) = -1;
+    EXPECT_TRUE(test::Holds(test::FaultText([&] { SetupGraphs(m, charts); }), {"variable -1"}));
+}
