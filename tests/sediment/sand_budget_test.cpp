@@ -5,6 +5,7 @@
 #include "core/fault.h"
 #include "core/model.h"
 #include "core/reaches.h"
+#include "core/run_driver.h"
 #include "core/start_up.h"
 #include "sediment/sand_budget.h"
 #include "support/collect_messages.h"
@@ -237,4 +238,22 @@ TEST(SandStep, DivisionsByZeroAreFaults) {
     t.dest(0.0f, 0.0f, 1.0f);
     EXPECT_TRUE(osm::test::Holds(
         osm::test::FaultText([&] { SandStep(t.m, 2, April, 1.0f, 1000, 1.0f, 0); }), {"eddies and margins"}));
+}
+
+// Fifty physical years on the default river: the stores stay within their
+// potentials' range and no month reports a balance error.
+TEST(SandStep, DefaultRiverRunsFiftyYearsInBalance) {
+    Model m;
+    osm::test::CollectMessages messages;
+    m.messages = &messages;
+    StartUp(m, StartOptions{OSM_SOURCE_DIR "/data", true, {}});
+    RunObserver observer;
+    StartRun(m, observer, 48, 50);
+    for (const ModelMessage& msg : messages.seen) EXPECT_NE(msg.kind, "sand balance") << msg.text;
+    for (int r = m.main.FirstReach; r <= m.main.LastReach; ++r) {
+        const double eddy = m.main.Results(0, 6, 2, r, 600);
+        EXPECT_GT(eddy, 0.0) << r;
+        EXPECT_LE(eddy, 1.0) << r;
+        EXPECT_LT(std::fabs(m.main.Results(0, 9, 1, r, 600)), 1.0f) << r;
+    }
 }
