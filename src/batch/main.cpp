@@ -89,7 +89,7 @@ class HydroBar : public HydroProgress {
 public:
     explicit HydroBar(batch::ProgressBar& bar) : bar_(bar) {}
     void Show(const std::string& volume, const std::string& month, int step, int steps) override {
-        bar_.Show(step, steps, volume + " af " + month);
+        bar_.Show(step, steps, volume + " af " + month, "volume level");
     }
 
 private:

@@ -6,7 +6,7 @@ namespace osm::batch {
 
 ProgressBar::ProgressBar(std::FILE* out) : out_(out), terminal_(isatty(fileno(out)) != 0) {}
 
-void ProgressBar::Show(int done, int total, const std::string& label) {
+void ProgressBar::Show(int done, int total, const std::string& label, const std::string& unit) {
     if (total <= 0) return;
     if (terminal_) {
         constexpr int width = 40;
@@ -16,7 +16,7 @@ void ProgressBar::Show(int done, int total, const std::string& label) {
                      label.c_str());
         std::fflush(out_);
     } else if (done % 12 == 0 && done != lastShown_) {
-        std::fprintf(out_, "year %d of %d done (%s)\n", done / 12, total / 12, label.c_str());
+        std::fprintf(out_, "%s %d of %d done (%s)\n", unit.c_str(), done / 12, total / 12, label.c_str());
     }
     lastShown_ = done;
 }

@@ -9,7 +9,8 @@ class ProgressBar {
 public:
     explicit ProgressBar(std::FILE* out);
     // done of total months; label such as "1973 jun".
-    void Show(int done, int total, const std::string& label);
+    // Off a terminal a line is written every 12 steps, counted as `unit`s.
+    void Show(int done, int total, const std::string& label, const std::string& unit = "year");
     void Finish();
 
 private:
