@@ -7,13 +7,22 @@
 
 namespace osm {
 
+class GraphsForm;
+class ProfilesForm;
 class StatusForm;
 
 class FormsRunObserver : public RunObserver {
 public:
     void SetStatus(StatusForm* status) { status_ = status; }
+    // The views, and whether each is on; a view that is off is not fed.
+    void SetViews(GraphsForm* graphs, bool graphsOn, ProfilesForm* profiles, bool profilesOn);
 
     void ShowProgress(const std::string& year, const std::string& month) override;
+    void ClearGraphs() override;
+    void SetupOverlayCurves() override;
+    void ResetProfiles() override;
+    void UpdateGraphs(int iYear, int iMonth) override;
+    void UpdateProfiles(int iYear, int iMonth) override;
     void PausedAtYearEnd() override;
     void Yield() override;
     // The pause wait serves events while it waits, so the window stays alive.
@@ -21,6 +30,8 @@ public:
 
 private:
     StatusForm* status_ = nullptr;
+    GraphsForm* graphs_ = nullptr;
+    ProfilesForm* profiles_ = nullptr;
 };
 
 }  // namespace osm

@@ -1,5 +1,7 @@
 #include "forms/status_form.h"
 
+#include <algorithm>
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFormLayout>
@@ -121,6 +123,7 @@ void StatusForm::SetStatusReachList() {
     for (const std::string& r : list.reaches) cbSelReach->addItem(qs(r));
     const int index = m_.main.IndexReach - m_.main.FirstReach;
     cbSelReach->setCurrentIndex(index >= 0 && index < cbSelReach->count() ? index : 0);
+    m_.main.IndexReach = static_cast<int16_t>(m_.main.FirstReach + std::max(cbSelReach->currentIndex(), 0));
     for (size_t i = 0; i < txtIndSlice.size(); ++i) txtIndSlice[i]->setText(qs(list.indexStages[i]));
     filling_ = false;
 }

@@ -1,0 +1,329 @@
+#include "forms/main_window.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QMenu>
+#include <QMenuBar>
+
+#include <algorithm>
+
+#include "core/model.h"
+#include "core/start_up.h"
+#include "forms/dump_form.h"
+#include "forms/graphs_form.h"
+#include "forms/profiles_form.h"
+#include "forms/set_graphics_form.h"
+#include "forms/status_form.h"
+#include "hydrology/flow_engine.h"
+#include "hydrology/stage_tables.h"
+#include "presentation/graphics_setup.h"
+#include "presentation/view_layout.h"
+#include "recreation/recreation_steps.h"
+#include "sediment/physical_parameters.h"
+
+namespace osm {
+
+namespace {
+
+QString qs(const std::string& s) { return QString::fromStdString(s); }
+
+// The status form's share of the window's width, in per cent.
+constexpr double StatusWidthPct = 20.0;
+// A view form holds its six charts in two columns of three.
+constexpr double ViewFormAspect = 2.0 * GraphAspect / 3.0;
+
+}  // namespace
+
+MainWindow::MainWindow(Model& m, FileDialogs* dialogs, QWidget* parent)
+    : QMainWindow(parent),
+      m_(m),
+      dialogs_(dialogs ? *dialogs : ownDialogs_),
+      area_(new QWidget(this)),
+      status_(new StatusForm(m, observer_, area_)),
+      graphs_(new GraphsForm(m, area_)),
+      profiles_(new ProfilesForm(m, area_)) {
+    setObjectName(QStringLiteral("frmMain"));
+    setWindowTitle(QStringLiteral("Ostrel Gorge Ecosystem Model - Nov.17/98"));
+    setCentralWidget(area_);
+    observer_.SetStatus(status_);
+    buildMenus();
+    if (m_.main.PhysOnly) hidePhysicalOnly();
+    connect(status_, &StatusForm::reachChanged, this, [this] {
+        graphs_->ReplotGraphs();
+    });
+    RebuildViews();
+    resize(1280, 800);
+}
+
+MainWindow::~MainWindow() { observer_.SetStatus(nullptr); }
+
+QAction* MainWindow::add(QMenu* menu, const char* name, const char* caption) {
+    QAction* a = menu->addAction(QString::fromUtf8(caption));
+    a->setObjectName(QString::fromLatin1(name));
+    entries_[a->objectName()] = a;
+    return a;
+}
+
+void MainWindow::separator(QMenu* menu, const char* name) {
+    QAction* a = menu->addSeparator();
+    a->setObjectName(QString::fromLatin1(name));
+    entries_[a->objectName()] = a;
+}
+
+QAction* MainWindow::Entry(const QString& name) const {
+    const auto it = entries_.find(name);
+    return it == entries_.end() ? nullptr : it->second;
+}
+
+void MainWindow::buildMenus() {
+    auto menu = [this](const char* name, const char* caption, QMenu* parent = nullptr) {
+        QMenu* mn = parent ? parent->addMenu(QString::fromUtf8(caption)) : menuBar()->addMenu(QString::fromUtf8(caption));
+        mn->setObjectName(QString::fromLatin1(name));
+        mn->menuAction()->setObjectName(QString::fromLatin1(name));
+        entries_[mn->objectName()] = mn->menuAction();
+        return mn;
+    };
+    auto on = [this](QAction* a, void (MainWindow::*f)()) { connect(a, &QAction::triggered, this, f); };
+
+    QMenu* file = menu("mnuFile", "File");
+    on(add(file, "mnuFNewRBrks", "Load New Reach Breaks File"), &MainWindow::mnuFNewRBrks_Click);
+    separator(file, "mnublank0");
+    on(add(file, "mnuGraphSet", "Load Graphics Setup File"), &MainWindow::mnuGraphSet_Click);
+    on(add(file, "mnuSaveGraphSet", "Save Graphics Setup File"), &MainWindow::mnuSaveGraphSet_Click);
+    separator(file, "mnublank1");
+    on(add(file, "mnuLoadPhysPar", "Load Physical Submodel Parameters"), &MainWindow::mnuLoadPhysPar_Click);
+    on(add(file, "mnuSavePhysPar", "Save Physical Submodel Parameters"), &MainWindow::mnuSavePhysPar_Click);
+    separator(file, "mnublank2");
+    add(file, "mnuLoadProdPar", "Load Chemistry/Production Submodel Parameters");
+    add(file, "mnuSaveProdPar", "Save Chemistry/Production Submodel Parameters");
+    separator(file, "mnublank99");
+    add(file, "MnuPopParLoad", "Load Population Submodel Parameters");
+    add(file, "MnuSavePopPars", "Save Population Parameters");
+    separator(file, "mnublank4");
+    add(file, "mnuLoadTribHabData", "Load Tributary Habitat Data");
+    add(file, "mnuSaveTribHabData", "Save Tributary Habitat Data");
+    separator(file, "mnublank6");
+    on(add(file, "mnuLoadRec", "Load Recreation Submodel Parameters"), &MainWindow::mnuLoadRec_Click);
+    add(file, "mnuSaveRec", "Save Recreation Submodel Parameters");
+    separator(file, "mnublank5");
+    on(add(file, "mnuLoadOSDExp", "Load OSD Experimental Release Sequence"), &MainWindow::mnuLoadOSDExp_Click);
+    on(add(file, "mnuSaveOSDExp", "Save OSD Experimental Release Sequence"), &MainWindow::mnuSaveOSDExp_Click);
+    separator(file, "mnublank65");
+    on(add(file, "mnuDump", "Dump Results"), &MainWindow::mnuDump_Click);
+    separator(file, "mnublank3");
+    on(add(file, "mnuExit", "Exit"), &MainWindow::endProgram);
+
+    QMenu* policy = menu("mnuPolicy", "Policies");
+    add(policy, "mnuOSDRelease", "Set OSD Release Hydrograph (Diurnal/Spike)");
+    add(policy, "mnuHydSedInput", "Set OSD Monthly Hydrograph/Tributary Flow");
+    add(policy, "setexptemp", "Set OSD outflow temperature");
+    add(policy, "MnuPopharv", "Animal harvest rates");
+    add(policy, "mnupophatch", "Hatchery production");
+
+    QMenu* par = menu("mnuPar", "Parameters");
+    add(par, "mnuSed", "Sediment Budget");
+    add(par, "mnubaseprod", "Aquatic Production");
+    add(par, "mnuVegetation", "Riparian Vegetation");
+    add(par, "mnuReachPop", "Reach Populations");
+    QMenu* animal = menu("mnuAnimal", "Animal Populations", par);
+    add(animal, "mnupopdyn", "Population dynamics parameters");
+    add(animal, "mnupophab", "Habitat linkage relationships");
+    add(animal, "mnuTribHab", "Tributary/Backwater Habitat");
+    add(animal, "trophlink", "Trophic linkages");
+    QMenu* rec = menu("mnuRecreation", "Recreation", par);
+    add(rec, "mnuTrout", "Trout Angling");
+    add(rec, "mnuRaft", "Rafting");
+    add(rec, "mnuCultural", "Cultural");
+
+    QMenu* view = menu("mnuGraphic", "View");
+    on(add(view, "mnuSelGraphics", "Select Graphics"), &MainWindow::mnuSelGraphics_Click);
+    add(view, "mnuLegEd", "Legend Editor");
+    add(view, "mnuCross", "View Cross Sections and Substrate");
+
+    QMenu* options = menu("mnuMapOptions", "Options");
+    add(options, "mnuMapsRedraw", "RedrawMaps");
+    add(options, "mnuMapsLegEd", "Show Legend Editor");
+
+    // Entries whose forms are not part of the program yet stay in their place,
+    // disabled.
+    for (const char* later :
+         {"mnuLoadProdPar", "mnuSaveProdPar", "MnuPopParLoad", "MnuSavePopPars", "mnuLoadTribHabData",
+          "mnuSaveTribHabData", "mnuSaveRec", "mnuOSDRelease", "mnuHydSedInput", "setexptemp", "MnuPopharv",
+          "mnupophatch", "mnuSed", "mnubaseprod", "mnuVegetation", "mnuReachPop", "mnupopdyn", "mnupophab",
+          "mnuTribHab", "trophlink", "mnuTrout", "mnuRaft", "mnuCultural", "mnuLegEd", "mnuCross", "mnuMapsRedraw",
+          "mnuMapsLegEd"})
+        Entry(QString::fromLatin1(later))->setEnabled(false);
+}
+
+void MainWindow::hidePhysicalOnly() {
+    for (const char* name :
+         {"mnuLoadProdPar", "mnuSaveProdPar", "mnublank99", "MnuPopParLoad", "MnuSavePopPars", "mnublank4",
+          "mnuLoadTribHabData", "mnuSaveTribHabData", "mnublank6", "MnuPopharv", "mnupophatch", "mnubaseprod",
+          "mnuVegetation", "mnuReachPop", "mnuAnimal", "mnupopdyn", "mnupophab", "mnuTribHab", "mnuTrout"})
+        Entry(QString::fromLatin1(name))->setVisible(false);
+}
+
+void MainWindow::ChangeLayout() {
+    graphs_->hide();
+    profiles_->hide();
+    const bool graphsOn = m_.graphs.VisForms(1) != 0, profilesOn = m_.graphs.VisForms(3) != 0;
+    observer_.SetViews(graphs_, graphsOn, profiles_, profilesOn);
+    status_->show();
+    if (graphsOn) graphs_->show();
+    if (profilesOn) profiles_->show();
+    layOut();
+}
+
+void MainWindow::layOut() {
+    const double w = area_->width(), h = area_->height();
+    const double statusW = std::min(w, std::max(w * StatusWidthPct / 100.0, double(status_->minimumSizeHint().width())));
+    status_->setGeometry(0, 0, static_cast<int>(statusW), static_cast<int>(h));
+    std::vector<QWidget*> shown;
+    for (QWidget* v : {static_cast<QWidget*>(graphs_), static_cast<QWidget*>(profiles_)})
+        if (!v->isHidden()) shown.push_back(v);
+    const auto rects = TileViews(static_cast<int>(shown.size()), w - statusW, h, ViewFormAspect, ViewGap);
+    for (size_t k = 0; k < shown.size(); ++k)
+        shown[k]->setGeometry(QRectF(statusW + rects[k].x, rects[k].y, rects[k].w, rects[k].h).toRect());
+}
+
+void MainWindow::resizeEvent(QResizeEvent* e) {
+    QMainWindow::resizeEvent(e);
+    layOut();
+}
+
+void MainWindow::RebuildViews() {
+    graphs_->SetupGraphs();
+    graphs_->ReplotGraphs();
+    profiles_->SetupProfiles();
+    profiles_->ReplotProfiles();
+    ChangeLayout();
+}
+
+void MainWindow::LoadGraphSetupFile(const QString& path) {
+    m_.main.GrsFile = path.toStdString();
+    LoadGraphSetup(m_, m_.main.GrsFile);
+    // The index stages of the file (or the defaults) take effect at once.
+    try {
+        SetIndexSlices(m_);
+    } catch (const std::exception& e) {
+        ShowMessage(m_, "index stages", e.what(), "Index Stages");
+    }
+    status_->SetStatusReachList();
+    RebuildViews();
+}
+
+// Ends the program at once, also during a run: the run stops at the top of its
+// next month, a pause in force lets go, and the event loop then ends.
+void MainWindow::endProgram() {
+    m_.main.StopRun = true;
+    m_.main.Paused = false;
+    QApplication::quit();
+}
+
+void MainWindow::closeEvent(QCloseEvent* e) {
+    endProgram();
+    e->accept();
+}
+
+template <typename F>
+void MainWindow::fileCommand(const char* title, F&& f) {
+    try {
+        f();
+    } catch (const std::exception& e) {
+        ShowMessage(m_, "file", e.what(), title);
+    }
+}
+
+void MainWindow::mnuFNewRBrks_Click() {
+    const QString path = dialogs_.Open(this, QStringLiteral("Open a new Reach Breaks File"), QStringLiteral("csv"),
+                                       qs(m_.main.ReachFile));
+    if (path.isEmpty()) return;
+    fileCommand("Open a new Reach Breaks File", [&] {
+        NewReachBreaks(m_, path.toStdString());
+        status_->SetStatusReachList();
+        RebuildViews();
+    });
+}
+
+void MainWindow::mnuGraphSet_Click() {
+    const QString path = dialogs_.Open(this, QStringLiteral("Load Graphics Setup File"), QStringLiteral("grs"),
+                                       qs(m_.main.GrsFile));
+    if (!path.isEmpty()) LoadGraphSetupFile(path);
+}
+
+void MainWindow::mnuSaveGraphSet_Click() {
+    const QString path = dialogs_.Save(this, QStringLiteral("Save Graphics Setup to File"), QStringLiteral("grs"),
+                                       qs(m_.main.GrsFile));
+    if (path.isEmpty()) return;
+    fileCommand("Save Graphics Setup to File", [&] {
+        SaveGraphSetup(m_, path.toStdString());
+        m_.main.GrsFile = path.toStdString();
+    });
+}
+
+void MainWindow::mnuLoadPhysPar_Click() {
+    const QString path = dialogs_.Open(this, QStringLiteral("Load Physical Submodel Parameter File"),
+                                       QStringLiteral("phy"), qs(m_.main.PhyFile));
+    if (path.isEmpty()) return;
+    fileCommand("Load Physical Submodel Parameter File", [&] {
+        ReadPhyFile(m_, path.toStdString());
+        m_.main.PhyFile = path.toStdString();
+    });
+}
+
+void MainWindow::mnuSavePhysPar_Click() {
+    const QString path = dialogs_.Save(this, QStringLiteral("Save Physical Submodel Parameters to File"),
+                                       QStringLiteral("phy"), qs(m_.main.PhyFile));
+    if (path.isEmpty()) return;
+    fileCommand("Save Physical Submodel Parameters to File", [&] {
+        WritePhyFile(m_, path.toStdString());
+        m_.main.PhyFile = path.toStdString();
+    });
+}
+
+void MainWindow::mnuLoadRec_Click() {
+    const QString path = dialogs_.Open(this, QStringLiteral("Load Recreation Submodel Parameter File"),
+                                       QStringLiteral("rec"), qs(m_.main.RecFile));
+    if (path.isEmpty()) return;
+    fileCommand("Load Recreation Submodel Parameter File", [&] {
+        ReadRafting(m_, path.toStdString());
+        ReadAnglingPars(m_, path.toStdString());
+        LoadRafting(m_);
+        m_.main.RecFile = path.toStdString();
+    });
+}
+
+void MainWindow::mnuLoadOSDExp_Click() {
+    const QString path = dialogs_.Open(this, QStringLiteral("Load OSD Experimental Release Sequence File"),
+                                       QStringLiteral("exp"), qs(InFolder(m_, m_.main.ExpFile)));
+    if (path.isEmpty()) return;
+    fileCommand("Load OSD Experimental Release Sequence File", [&] {
+        LoadExp(m_, path.toStdString());
+        m_.main.ExpFile = path.toStdString();
+    });
+}
+
+void MainWindow::mnuSaveOSDExp_Click() {
+    const QString path = dialogs_.Save(this, QStringLiteral("Save OSD Experimental Release Sequence to File"),
+                                       QStringLiteral("exp"), qs(InFolder(m_, m_.main.ExpFile)));
+    if (path.isEmpty()) return;
+    fileCommand("Save OSD Experimental Release Sequence to File", [&] {
+        SaveExp(m_, path.toStdString());
+        m_.main.ExpFile = path.toStdString();
+    });
+}
+
+void MainWindow::mnuDump_Click() {
+    DumpForm f(m_, dialogs_, this);
+    f.exec();
+}
+
+void MainWindow::mnuSelGraphics_Click() {
+    auto* f = new SetGraphicsForm(m_, this);
+    f->setAttribute(Qt::WA_DeleteOnClose);
+    connect(f, &SetGraphicsForm::applied, this, &MainWindow::RebuildViews);
+    f->show();
+}
+
+}  // namespace osm

@@ -1,0 +1,82 @@
+#pragma once
+// frmMain: the container window. Its menus open forms and load or save files;
+// the status form and the result views are tiled inside it.
+#include <QMainWindow>
+
+#include <map>
+#include <memory>
+
+#include "forms/file_dialogs.h"
+#include "forms/forms_observer.h"
+
+class QAction;
+class QMenu;
+
+namespace osm {
+
+struct Model;
+class GraphsForm;
+class ProfilesForm;
+class StatusForm;
+
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+public:
+    // `m` has been started; `dialogs` answers the file dialogs (the program's own
+    // when null).
+    explicit MainWindow(Model& m, FileDialogs* dialogs = nullptr, QWidget* parent = nullptr);
+    ~MainWindow() override;
+
+    // Hides the result views, then tiles the status form and the views that
+    // VisForms names in the window.
+    void ChangeLayout();
+    // Reads a graphics setup file and rebuilds the views for it (the defaults
+    // when it fails to load).
+    void LoadGraphSetupFile(const QString& path);
+    // The views rebuilt after a change of the graphics setup.
+    void RebuildViews();
+
+    // A menu entry by its control name ("mnuGraphSet", "mnublank0", ...).
+    QAction* Entry(const QString& name) const;
+    StatusForm* Status() const { return status_; }
+    GraphsForm* Graphs() const { return graphs_; }
+    ProfilesForm* Profiles() const { return profiles_; }
+
+protected:
+    void resizeEvent(QResizeEvent* e) override;
+    void closeEvent(QCloseEvent* e) override;
+
+private:
+    void buildMenus();
+    QAction* add(QMenu* menu, const char* name, const char* caption);
+    void separator(QMenu* menu, const char* name);
+    void hidePhysicalOnly();
+    void layOut();
+    void endProgram();
+    // Runs a file command, showing its failure as a model message.
+    template <typename F>
+    void fileCommand(const char* title, F&& f);
+
+    void mnuFNewRBrks_Click();
+    void mnuGraphSet_Click();
+    void mnuSaveGraphSet_Click();
+    void mnuLoadPhysPar_Click();
+    void mnuSavePhysPar_Click();
+    void mnuLoadRec_Click();
+    void mnuLoadOSDExp_Click();
+    void mnuSaveOSDExp_Click();
+    void mnuDump_Click();
+    void mnuSelGraphics_Click();
+
+    Model& m_;
+    FileDialogs ownDialogs_;
+    FileDialogs& dialogs_;
+    FormsRunObserver observer_;
+    QWidget* area_;
+    StatusForm* status_;
+    GraphsForm* graphs_;
+    ProfilesForm* profiles_;
+    std::map<QString, QAction*> entries_;
+};
+
+}  // namespace osm
