@@ -26,7 +26,9 @@ GraphsForm::GraphsForm(Model& m, QWidget* parent) : QWidget(parent), m_(m) {
     }
     redraw_.setSingleShot(true);
     redraw_.setInterval(RedrawMs);
-    connect(&redraw_, &QTimer::timeout, this, &GraphsForm::RefreshCharts);
+    connect(&redraw_, &QTimer::timeout, this, [this] {
+        if (isVisible()) RefreshCharts();
+    });
 }
 
 void GraphsForm::ChangeGraphs() {
@@ -46,6 +48,11 @@ void GraphsForm::layOut() {
 void GraphsForm::resizeEvent(QResizeEvent* e) {
     QWidget::resizeEvent(e);
     layOut();
+}
+
+void GraphsForm::showEvent(QShowEvent* e) {
+    QWidget::showEvent(e);
+    RefreshCharts();
 }
 
 void GraphsForm::chartsChanged() {

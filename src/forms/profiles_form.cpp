@@ -25,7 +25,9 @@ ProfilesForm::ProfilesForm(Model& m, QWidget* parent) : QWidget(parent), m_(m) {
     }
     redraw_.setSingleShot(true);
     redraw_.setInterval(RedrawMs);
-    connect(&redraw_, &QTimer::timeout, this, &ProfilesForm::RefreshCharts);
+    connect(&redraw_, &QTimer::timeout, this, [this] {
+        if (isVisible()) RefreshCharts();
+    });
 }
 
 void ProfilesForm::ChangeProfiles() {
@@ -45,6 +47,11 @@ void ProfilesForm::layOut() {
 void ProfilesForm::resizeEvent(QResizeEvent* e) {
     QWidget::resizeEvent(e);
     layOut();
+}
+
+void ProfilesForm::showEvent(QShowEvent* e) {
+    QWidget::showEvent(e);
+    RefreshCharts();
 }
 
 void ProfilesForm::chartsChanged() {

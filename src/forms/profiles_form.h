@@ -34,6 +34,8 @@ public:
 
 protected:
     void resizeEvent(QResizeEvent* e) override;
+    // A hidden form keeps its charts' changes and draws them when it shows.
+    void showEvent(QShowEvent* e) override;
 
 private:
     void layOut();

@@ -76,6 +76,23 @@ private slots:
         QVERIFY(graphs.rect().contains(graphs.ChartView(6)->geometry()));
     }
 
+    void chartsAreDrawnOnTheRedrawTickAndOnlyWhenShown() {
+        osm::Model& m = s_->m;
+        osm::GraphsForm graphs(m);
+        osm::ProfilesForm profiles(m);
+        graphs.resize(900, 600);
+        graphs.SetupGraphs();
+        profiles.SetupProfiles();
+        ViewsObserver obs(graphs, profiles);
+        osm::StartRun(m, obs, 48, 1);
+        QTest::qWait(100);
+        QCOMPARE(graphs.ChartView(1)->SeriesPointCount(0), 0);  // hidden: nothing drawn yet
+        graphs.show();
+        QCOMPARE(graphs.ChartView(1)->SeriesPointCount(0), 12);
+        osm::StartRun(m, obs, 48, 2);
+        QTRY_COMPARE(graphs.ChartView(1)->SeriesPointCount(0), 24);
+    }
+
     void anOverlaidRunAddsASecondSetOfCurves() {
         osm::Model& m = s_->m;
         osm::GraphsForm graphs(m);
