@@ -13,11 +13,14 @@
 //   subject to sum_d n(d) sum_h q(d,h) = V                 month's volume
 //              minFlow(h) <= q(d,h) <= maxFlow              flow limits
 //              -down <= q(d,h) - q(d,h-1) <= up             ramps, hour 24 before hour 1
+//              -down <= q(d',1) - q(d,24) <= up             ramps at midnight between
+//                                                           a weekday and a Sunday
 //              lo(d) <= q(d,h) <= hi(d), hi(d) - lo(d) <= D daily change
 //
 // n(d) counts the days of each type in the month. The ramp rows close the day
-// on itself: the schedule is the same every day of its type, and the routing
-// repeats it in cycles. The programme is solved with GLPK's simplex method.
+// on itself, since the schedule is the same every day of its type (and the
+// routing repeats it in cycles), and join the weekday to the Sunday both ways,
+// as Saturday runs into Sunday and Sunday into Monday. The programme is solved with GLPK's simplex method.
 #include "ospsw95b/schedule.h"
 
 #include <glpk.h>
@@ -77,6 +80,9 @@ struct Layout {
     int loRow(int d, int h) const { return 1 + 3 * days * hours + d * hours + h; }
     int changeRow(int d) const { return 1 + 4 * days * hours + d; }
     int volumeRow() const { return 1 + 4 * days * hours + days; }
+    // Midnight from day type d into the other: q(other, 1) - q(d, 24).
+    int crossRow(int d) const { return volumeRow() + 1 + d; }
+    int rows() const { return volumeRow() + (days == 2 ? 2 : 0); }
 };
 
 struct Lp {
@@ -100,7 +106,7 @@ Schedule SolveSchedule(const Problem& p) {
     Lp lp;
     glp_set_obj_dir(lp.p, GLP_MAX);
     glp_add_cols(lp.p, lay.cols());
-    glp_add_rows(lp.p, lay.volumeRow());
+    glp_add_rows(lp.p, lay.rows());
     std::vector<int> ia{0}, ja{0};
     std::vector<double> ar{0};
     auto put = [&](int row, int col, double v) {
@@ -142,6 +148,14 @@ Schedule SolveSchedule(const Problem& p) {
         glp_set_row_bnds(lp.p, lay.changeRow(d), GLP_UP, 0, p.maxDailyChange);
     }
     glp_set_row_bnds(lp.p, lay.volumeRow(), GLP_FX, p.volume, p.volume);
+    if (lay.days == 2)
+        for (int d = 0; d < 2; ++d) {
+            for (int k = 0; k < lay.segs; ++k) {
+                put(lay.crossRow(d), lay.seg(1 - d, 0, k), 1);
+                put(lay.crossRow(d), lay.seg(d, p.hours - 1, k), -1);
+            }
+            glp_set_row_bnds(lp.p, lay.crossRow(d), GLP_DB, -p.downRamp, p.upRamp);
+        }
     glp_load_matrix(lp.p, static_cast<int>(ia.size()) - 1, ia.data(), ja.data(), ar.data());
     glp_scale_prob(lp.p, GLP_SF_AUTO);
     glp_smcp parm;

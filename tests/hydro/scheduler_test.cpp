@@ -118,6 +118,12 @@ TEST(Scheduler, LimitsHoldAndTheVolumeIsReleased) {
             }
         }
         EXPECT_NEAR(volume, af * 43560.0 / 3600.0, 1e-6 * volume);
+        // Saturday night into Sunday, Sunday night into Monday.
+        for (size_t d = 0; d < 2; ++d) {
+            const double rise = s.q[1 - d][0] - s.q[d][23];
+            EXPECT_LE(rise, p.upRamp + 1e-6);
+            EXPECT_LE(-rise, p.downRamp + 1e-6);
+        }
         // Peaking pays: the schedule is worth more than the flat release.
         const double mean = p.volume / (24.0 * 31);
         EXPECT_GT(s.value, ScheduleValue(p, {std::vector<double>(24, mean), std::vector<double>(24, mean)}));
