@@ -39,9 +39,10 @@ EddyCurves readEddyStorage(const Model& m, const std::string& sheet) {
     Cursor c = db.OpenSheet(sheet);
     EddyCurves e;
     e.n = static_cast<int>(c.RecordCount());
-    if (e.n < 2)
-        throw FileFault(m.main.PhysicalXls + ", sheet " + sheet, 2,
-                        "at least two rows of discharge and eddy volume", NumText(e.n) + " rows");
+    // One row is enough: the first segment runs from the origin.
+    if (e.n < 1)
+        throw FileFault(m.main.PhysicalXls + ", sheet " + sheet, 2, "a row of discharge and eddy volumes",
+                        "an empty sheet");
     e.q.redim(Bounds{0, e.n});
     e.vol.redim(Bounds{0, e.n}, Bounds{1, 3});
     static const char* cols[] = {"Vol_S", "Vol_M", "Vol_L"};

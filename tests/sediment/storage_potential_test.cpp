@@ -192,3 +192,15 @@ TEST(StoragePotential, DefaultRiverIsSane) {
         EXPECT_GT(sd.BeachBasePot(r), 0.0f) << r;
     }
 }
+
+// A single row of eddy volumes is a line from the origin; an empty sheet is
+// refused by name.
+TEST(StoragePotential, OneEddyRowRunsFromTheOriginAndNoneIsRefused) {
+    Geometry g("Discharge,Vol_S,Vol_M,Vol_L\r\n8000,800,0,0\r\n");
+    g.m.morph.NEddy(2, 3) = 0;
+    RecomputeStorage(g.m, false);
+    for (int s = 1; s <= 5; ++s) EXPECT_NEAR(g.sd.SandPot(s, 2, 1), (s == 1 ? 100 : 200) * G, 1) << s;
+    g.f.Write("physical.xls/Eddy_Storage.csv", "Discharge,Vol_S,Vol_M,Vol_L\r\n");
+    EXPECT_TRUE(osm::test::Holds(osm::test::FaultText([&] { RecomputeStorage(g.m, false); }),
+                                 {"Eddy_Storage$", "an empty sheet"}));
+}
