@@ -274,6 +274,7 @@ void ProcessHydro(Model& m, const std::string& stsName, const std::string& title
                 show(setup, m, L, month);
                 WritePeakshav(m, L, month, folder);
                 run(setup, setup.scheduler, "peakshav.ctr", "peakshav.out");
+                show(setup, m, L, month);
                 ReadPeakshavOut(m, pr, L, month, in(folder, "peakshav.out"));
                 if (pr.FlatRelease) {
                     FillFlat(m, pr, L, month);

@@ -330,10 +330,34 @@ TEST(ExternalProgram, TimeLimitStopsAProgram) {
     EXPECT_EQ(f.Read("out.txt"), "made\n");
 }
 
-TEST(ProcessHydro, BatchCommandNeedsItsFiles) {
-    TestFolder f;
-    const std::string cmd = std::string(OSM_BATCH_EXE) + " process-hydro --from x.sts 2>" + f.File("err.txt");
-    const int status = std::system(cmd.c_str());
-    EXPECT_EQ(WEXITSTATUS(status), 2);
-    EXPECT_NE(f.Read("err.txt").find("process-hydro needs --from SCENARIO.sts and --out NAME.sts"), std::string::npos);
+TEST(ProcessHydro, BatchCommandMakesAScenarioFromAnotherOnesHead) {
+    auto h = hydroRiver();
+    Physical& p = h->m.physical;
+    p.StsTitle = "Head only";
+    p.QAvgTable.redim(Bounds{0, 12}, Bounds{0, 6}, Bounds{0, 3});
+    p.QDiTable.redim(Bounds{0, 2}, Bounds{0, 12}, Bounds{0, 6}, Bounds{0, 3}, Bounds{0, 24});
+    WriteSts(h->m, h->f.File("full.sts"));
+    const std::string full = h->f.Read("full.sts");
+    // The head down to the volume levels is enough.
+    h->f.Write("limits.flow", full.substr(0, full.find("\r\n", full.find("Monthly Release Volumes")) + 2));
+    auto batch = [&](const std::string& args) {
+        const std::string cmd = std::string(OSM_BATCH_EXE) + " --folder " + h->f.path() + " process-hydro " + args +
+                                " >/dev/null 2>" + h->f.File("err.txt");
+        const int status = std::system(cmd.c_str());
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    };
+    EXPECT_EQ(batch("--from " + h->f.File("limits.flow") + " --out made.sts"), 0) << h->f.Read("err.txt");
+    Model back;
+    BuildMonthsTable(back);
+    ReadReachFile(back, h->f.File("Reaches.csv"));
+    ReadSts(back, h->f.File("made.sts"), false);
+    EXPECT_EQ(back.physical.StsTitle, "Head only");
+    EXPECT_GT(back.physical.PowerVal(12, 6), 0);
+
+    EXPECT_EQ(batch("--from x.sts"), 2);
+    EXPECT_NE(h->f.Read("err.txt").find("process-hydro needs --from SCENARIO.sts and --out NAME.sts"),
+              std::string::npos);
+    h->f.Write("bad.flow", full.substr(0, full.find("\"Monthly Release Volumes\"")) + "\"Monthly Release Volumes\",5,4\r\n");
+    EXPECT_EQ(batch("--from " + h->f.File("bad.flow") + " --out made.sts"), 1);
+    EXPECT_TRUE(Holds(h->f.Read("err.txt"), {"process-hydro failed", "bad.flow:", "rising strictly from 0, found '4'"}));
 }
