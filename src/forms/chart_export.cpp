@@ -151,6 +151,12 @@ bool ChartBox::SaveSvg(const QString& path) {
     return p.end();
 }
 
+bool ChartBox::SaveAs(const QString& path) {
+    if (path.endsWith(QStringLiteral(".png"), Qt::CaseInsensitive)) return SavePng(path);
+    if (path.endsWith(QStringLiteral(".svg"), Qt::CaseInsensitive)) return SaveSvg(path);
+    return false;
+}
+
 void ChartBox::mouseDoubleClickEvent(QMouseEvent* e) {
     QChartView::mouseDoubleClickEvent(e);
     emit doubleClicked();
@@ -164,12 +170,11 @@ void ChartBox::contextMenuEvent(QContextMenuEvent* e) {
     if (!chosen) return;
     const bool asPng = chosen == png;
     QString path = QFileDialog::getSaveFileName(this, tr("Save Chart"), QString(),
-                                                      asPng ? tr("PNG image (*.png)") : tr("SVG image (*.svg)"));
+                                                asPng ? tr("PNG image (*.png)") : tr("SVG image (*.svg)"));
     if (path.isEmpty()) return;
     const QString suffix = asPng ? QStringLiteral(".png") : QStringLiteral(".svg");
     if (!path.endsWith(suffix, Qt::CaseInsensitive)) path += suffix;
-    const bool saved = asPng ? SavePng(path) : SaveSvg(path);
-    if (!saved) QMessageBox::warning(this, tr("Save Chart"), tr("Could not write ") + path);
+    if (!SaveAs(path)) QMessageBox::warning(this, tr("Save Chart"), tr("Could not write ") + path);
 }
 
 }  // namespace osm

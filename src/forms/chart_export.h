@@ -28,6 +28,8 @@ public:
     // file could not be written.
     bool SavePng(const QString& path);
     bool SaveSvg(const QString& path);
+    // PNG or SVG by the name's ending (either case); any other ending is refused.
+    bool SaveAs(const QString& path);
 
 signals:
     void doubleClicked();

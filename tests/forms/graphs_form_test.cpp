@@ -208,6 +208,13 @@ private slots:
         QVERIFY(s.open(QIODevice::ReadOnly));
         QVERIFY(s.readAll().contains("<svg"));
         QVERIFY(!graphs.ChartView(1)->SavePng(dir.filePath("no/such/folder/chart.png")));
+        // The context menu's save goes by the name's ending.
+        QVERIFY(graphs.ChartView(1)->SaveAs(dir.filePath("upper.SVG")));
+        QFile upper(dir.filePath("upper.SVG"));
+        QVERIFY(upper.open(QIODevice::ReadOnly));
+        QVERIFY(upper.readAll().contains("<svg"));
+        QVERIFY(!graphs.ChartView(1)->SaveAs(dir.filePath("chart.bmp")));
+        QVERIFY(!QFile::exists(dir.filePath("chart.bmp")));
     }
 };
 
