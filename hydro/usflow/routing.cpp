@@ -70,9 +70,8 @@ Blend blendAt(const Geometry& g, double mile) {
 }
 
 // A computation reach: its geometry at its middle, with the celerity of each
-// segment of the discharge list and the width at each discharge.
+// segment of the discharge list and the width and area at each discharge.
 struct ReachParams {
-    Blend blend;
     double slope;
     std::vector<double> celerity;
     std::vector<double> width;
@@ -137,7 +136,7 @@ RoutingResult RouteFlow(const Geometry& g, double endMile, const std::vector<dou
     // shortened to three quarters).
     auto makeReach = [&](double from, double to) {
         const Blend mid = blendAt(g, (from + to) / 2);
-        ReachParams rp{mid, mid.a->slope + mid.w * (mid.b->slope - mid.a->slope), {}, {}, {}};
+        ReachParams rp{mid.a->slope + mid.w * (mid.b->slope - mid.a->slope), {}, {}, {}};
         for (size_t k = 1; k < g.discharge.size(); ++k)
             rp.celerity.push_back(blendHydraulics(g, mid, 0.5 * (g.discharge[k - 1] + g.discharge[k])).celerity);
         for (size_t k = 0; k < g.discharge.size(); ++k) {

@@ -2,6 +2,7 @@
 // runs, and the reading of their results into the level tables.
 #include "hydrology/process_hydro.h"
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 
@@ -139,7 +140,7 @@ void ReadPeakshavOut(Model& m, Processor& pr, int L, int month, const std::strin
     TextReader rd(path, TextReader::Mode::Blanks);
     for (int i = 1;; ++i) {
         std::string line = rd.Line("a line beginning \"id\" before the hourly releases");
-        line.erase(0, line.find_first_not_of(" \t") == std::string::npos ? line.size() : line.find_first_not_of(" \t"));
+        line.erase(0, std::min(line.size(), line.find_first_not_of(" \t")));
         if (i == 16) m.physical.PowerVal(month, L) = Sng(Val(line.size() > 20 ? line.substr(20, 13) : ""));
         if (line.rfind("id", 0) == 0) break;
     }
