@@ -683,7 +683,7 @@ TRIP_TYPES = [
     # name, parties a year, trip days, people a party, money class
     ("Commercial motor", 430, 7, 30),
     ("Commercial oar", 300, 13, 22),
-    ("Private", 250, 18, 14),
+    ("Private", 250, 18, 12),          # fits a small camp, so no size of camp stands idle
 ]
 PEOPLE_PER_CAMP = (12, 24, 40)           # small <=, medium <=, large <=
 LAUNCH_CAP = [

@@ -151,7 +151,9 @@ void AllocateReachArrays(Model& m) {
 
     Rec& rc = m.rec;
     rc.BeachCap.redim(Bounds{1, 3}, reach);
-    rc.ReachCampUse.redim(Bounds{1, 3}, reach, Bounds{0, 12});
+    rc.ReachCampUse.redim(Bounds{1, 3}, reach0, Bounds{0, 12});  // reach 0: camps off the river
+    rc.ReachCampNum.redim(Bounds{0, 3}, reach);
+    rc.ReachEffort.redim(reach);
     rc.CatchRch.redim(reach);
     rc.CPERch.redim(reach);
     rc.EffortRch.redim(reach);

@@ -1,18 +1,16 @@
 #pragma once
 // Rafting launches and campsites, trout angling, the recreation file and the
-// economic values.
+// economic values: the routines that start-up and the run driver call.
 #include <string>
+
+#include "recreation/economic_values.h"
+#include "recreation/rafting.h"
+#include "recreation/recreation_file.h"
 
 namespace osm {
 
 struct Model;
 
-void AllocateTripTypes(Model& m);
-void ReadRafting(Model& m, const std::string& path);
-void ReadAnglingPars(Model& m, const std::string& path);
-void ReadEconomic(Model& m, const std::string& path, const std::string& sheet);
-void LoadRafting(Model& m);
-void RaftingMonth(Model& m, int iMonth);
 void TroutAngling(Model& m, int iYear);
 
 }  // namespace osm

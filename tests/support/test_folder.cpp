@@ -255,12 +255,12 @@ std::string recreation() {
     return s;
 }
 
-// A full camp table of 127 camps between the gauge miles 0.28 and 22.96, sizes in
-// turn, every preference different.
+// A full camp table of 127 camps between the gauge miles 0.29 and 22.97, sizes in
+// turn, every preference different, none on a trip day's edge or a reach break.
 std::string camps() {
     std::string s = "MILE,SIZE,PREF,INDEX\r\n";
     for (int c = 1; c <= 127; ++c)
-        s += std::to_string(0.1 + 0.18 * c) + "," + "LMS"[c % 3] + "," + std::to_string(c * 37 % 127) + "," +
+        s += std::to_string(0.11 + 0.18 * c) + "," + "LMS"[c % 3] + "," + std::to_string(c * 37 % 127) + "," +
              std::to_string(c) + "\r\n";
     return s;
 }
