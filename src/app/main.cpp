@@ -5,10 +5,12 @@
 //       [--run] [--screenshot FILE.png]
 //
 // --phys-only and --whole answer the start dialog; --run presses Start once the
-// window is up; --screenshot saves a picture of the window when that run ends
-// (or at once without --run) and closes the program.
+// window is up and reports the run's time on stderr when it ends; --screenshot
+// saves a picture of the window when that run ends (or at once without --run)
+// and closes the program.
 #include <QApplication>
 #include <QCursor>
+#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -124,6 +126,16 @@ int main(int argc, char** argv) {
             QTimer::singleShot(500, grab);
     }
     w.show();
-    if (o.run) QTimer::singleShot(0, status->BtStart, &QPushButton::click);
+    QElapsedTimer clock;
+    if (o.run) {
+        QObject::connect(status, &osm::StatusForm::runEnded, &w, [&clock, &m] {
+            std::fprintf(stderr, "osm: %d months ran in %.2f s\n", static_cast<int>(m.main.CumMonth),
+                         static_cast<double>(clock.elapsed()) / 1000.0);
+        });
+        QTimer::singleShot(0, status->BtStart, [&clock, status] {
+            clock.start();
+            status->BtStart->click();
+        });
+    }
     return app.exec();
 }
