@@ -209,8 +209,11 @@ void LoadRafting(Model& m) {
 std::string MonthlySchedule(Model& m, int t) {
     Rec& rc = m.rec;
     if (t < 1 || t > rc.NTripTypes) return "";
-    for (int mo = 1; mo <= 12; ++mo) rc.Launches(t, mo) = 0;
-    auto open = [&](int mo) { return rc.LaunchCap(t, mo) > 0 && rc.Launches(t, mo) < rc.LaunchCap(t, mo); };
+    // Worked on a copy, so that a fault leaves the old schedule in place.
+    std::array<float, 13> launches{};
+    auto open = [&](int mo) {
+        return rc.LaunchCap(t, mo) > 0 && launches[static_cast<size_t>(mo)] < rc.LaunchCap(t, mo);
+    };
     double left = rc.Parties(t);
     std::array<double, 13> w{};
     while (left >= 1) {
@@ -233,18 +236,19 @@ std::string MonthlySchedule(Model& m, int t) {
             if (!open(mo)) continue;
             const double days = m.main.DaysInMonth(mo);
             const double add = w[static_cast<size_t>(mo)] * left / days;
-            float& launches = rc.Launches(t, mo);
-            launches = Sng(launches + add);
-            if (launches <= rc.LaunchCap(t, mo)) {
+            float& l = launches[static_cast<size_t>(mo)];
+            l = Sng(l + add);
+            if (l <= rc.LaunchCap(t, mo)) {
                 placed += days * add;
             } else {
-                placed += days * (rc.LaunchCap(t, mo) - (launches - add));
-                launches = rc.LaunchCap(t, mo);
+                placed += days * (rc.LaunchCap(t, mo) - (l - add));
+                l = rc.LaunchCap(t, mo);
             }
         }
         if (placed <= 0) break;  // negative weights would never finish
         left -= placed;
     }
+    for (int mo = 1; mo <= 12; ++mo) rc.Launches(t, mo) = launches[static_cast<size_t>(mo)];
     const double n = CInt(left);
     return n == 0 ? "" : "WARNING!!!  There will be " + NumText(n) + " Parties that could not Launch";
 }

@@ -88,7 +88,9 @@ TEST(LaunchSchedule, NoPartiesNoCapsAndABadWeighting) {
     // Open months that all weigh nothing cannot share the parties.
     m.rec.LaunchCap(1, 7) = 3;
     m.rec.LaunchPref.clear();
+    m.rec.Launches(1, 7) = 1.5f;
     EXPECT_TRUE(Holds(FaultText([&] { MonthlySchedule(m, 1); }), {"trip type 1 (Oar)", "weight of 0"}));
+    EXPECT_EQ(m.rec.Launches(1, 7), 1.5f);  // the old schedule stays
 
     // A type past the last one does nothing.
     m.rec.Launches(1, 7) = 2;
