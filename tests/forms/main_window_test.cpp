@@ -4,6 +4,7 @@
 // setup saved, loaded and failing to load.
 #include <QAction>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -15,6 +16,7 @@
 #include "forms/graphs_form.h"
 #include "forms/main_window.h"
 #include "forms/profiles_form.h"
+#include "forms/set_graphics_form.h"
 #include "forms/status_form.h"
 #include "forms_test_registry.h"
 #include "presentation/graphics_setup.h"
@@ -211,6 +213,44 @@ private slots:
         QCOMPARE(g.MapSlot(1), 4);  // the maps keep their choice
         QVERIFY(w->Graphs()->isVisible());
         QVERIFY(w->Profiles()->isVisible());
+    }
+
+    void selectGraphicsAppliesToTheWindow() {
+        start(true);
+        w->Entry("mnuSelGraphics")->trigger();
+        auto* f = w->findChild<osm::SetGraphicsForm*>();
+        QVERIFY(f);
+        QVERIFY(f->isVisible());
+        f->chkVisForms[2]->setChecked(false);
+        f->graphSlots[0].visible->setChecked(false);
+        f->btApply->click();
+        QVERIFY(!w->Profiles()->isVisible());
+        QVERIFY(w->Graphs()->isVisible());
+        QCOMPARE(m().graphs.GraphSlot(1), 0);
+        run();
+        QCOMPARE(w->Profiles()->PointCount(1, 0), 0);
+        QVERIFY(w->Graphs()->PointCount(2, 0) > 0);
+        f->close();
+    }
+
+    void aNewReachBreaksFileRefillsTheReachList() {
+        start(true);
+        auto* list = w->Status()->cbSelReach;
+        const int reaches = list->count();
+        dialogs.answer = QString::fromStdString(m().main.ReachFile);
+        w->Entry("mnuFNewRBrks")->trigger();
+        QCOMPARE(dialogs.title, QStringLiteral("Open a new Reach Breaks File"));
+        QCOMPARE(dialogs.ext, QStringLiteral("csv"));
+        QVERIFY2(messages.seen.empty(), messages.seen.empty() ? "" : messages.seen[0].text.c_str());
+        QCOMPARE(list->count(), reaches);
+        // A file that is not there is reported and changes nothing.
+        dialogs.answer = QString::fromStdString(s->folder.File("missing.csv"));
+        w->Entry("mnuFNewRBrks")->trigger();
+        QCOMPARE(messages.seen.size(), size_t{1});
+        QVERIFY(messages.seen[0].text.find("missing.csv") != std::string::npos);
+        QCOMPARE(list->count(), reaches);
+        run();
+        QVERIFY(w->Graphs()->PointCount(1, 0) >= 12);
     }
 
     void aCancelledDialogDoesNothing() {
