@@ -50,7 +50,11 @@ MainWindow::MainWindow(Model& m, FileDialogs* dialogs, QWidget* parent)
     buildMenus();
     if (m_.main.PhysOnly) hidePhysicalOnly();
     connect(status_, &StatusForm::reachChanged, this, [this] {
-        graphs_->ReplotGraphs();
+        try {
+            graphs_->ReplotGraphs();
+        } catch (const std::exception& e) {
+            ShowMessage(m_, "graphs", e.what(), "Graphs");
+        }
     });
     RebuildViews();
     resize(1280, 800);
@@ -192,11 +196,20 @@ void MainWindow::resizeEvent(QResizeEvent* e) {
     layOut();
 }
 
+// A setup the views cannot show is reported; the window stays up.
 void MainWindow::RebuildViews() {
-    graphs_->SetupGraphs();
-    graphs_->ReplotGraphs();
-    profiles_->SetupProfiles();
-    profiles_->ReplotProfiles();
+    try {
+        graphs_->SetupGraphs();
+        graphs_->ReplotGraphs();
+    } catch (const std::exception& e) {
+        ShowMessage(m_, "graphs", e.what(), "Graphs");
+    }
+    try {
+        profiles_->SetupProfiles();
+        profiles_->ReplotProfiles();
+    } catch (const std::exception& e) {
+        ShowMessage(m_, "profiles", e.what(), "Profiles");
+    }
     ChangeLayout();
 }
 

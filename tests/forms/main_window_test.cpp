@@ -233,6 +233,24 @@ private slots:
         f->close();
     }
 
+    void aSetupTheViewsCannotShowIsReported() {
+        start(true);
+        w->Entry("mnuSelGraphics")->trigger();
+        auto* f = w->findChild<osm::SetGraphicsForm*>();
+        QVERIFY(f);
+        f->txTimeWindow->setText(QStringLiteral("0"));
+        f->btApply->click();
+        QCOMPARE(messages.seen.size(), size_t{1});
+        QVERIFY(messages.seen[0].text.find("time window of 0") != std::string::npos);
+        QVERIFY(w->isVisible());
+        f->txTimeWindow->setText(QStringLiteral("10"));
+        f->btApply->click();
+        QCOMPARE(messages.seen.size(), size_t{1});
+        run();
+        QVERIFY(w->Graphs()->PointCount(1, 0) >= 12);
+        f->close();
+    }
+
     void aNewReachBreaksFileRefillsTheReachList() {
         start(true);
         auto* list = w->Status()->cbSelReach;
