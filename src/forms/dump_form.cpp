@@ -30,6 +30,7 @@ QTableWidget* makeGrid(const QString& heading, QWidget* parent) {
     grid->setSelectionMode(QAbstractItemView::ExtendedSelection);
     grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
     grid->verticalHeader()->setVisible(false);
+    grid->verticalHeader()->setDefaultSectionSize(grid->fontMetrics().height() + 6);
     grid->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
     grid->horizontalHeader()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
     return grid;

@@ -144,6 +144,9 @@ QWidget* SetGraphicsForm::slotPage(std::array<Slot, 6>& rows, bool limits, bool&
         connect(s.yMax, &QLineEdit::textChanged, this, [flag] { *flag = true; });
     }
     grid->setRowStretch(static_cast<int>(rows.size()) + 1, 1);
+    grid->setColumnStretch(1, 3);
+    grid->setColumnStretch(2, 1);
+    grid->setColumnStretch(3, 1);
     return page;
 }
 
