@@ -22,7 +22,7 @@ TextReader::TextReader(const std::string& path, Mode mode) : path_(path), mode_(
 }
 
 void TextReader::Fail(std::string_view expected, std::string_view found) const {
-    throw FileFault(path_, line_, std::string(expected), std::string(found));
+    throw FileFault(path_, fieldLine_, std::string(expected), std::string(found));
 }
 
 bool TextReader::atLineBreak() const {
@@ -73,6 +73,7 @@ std::string TextReader::field(std::string_view what, bool numeric, bool& quoted)
             else ++pos_;
         }
     }
+    fieldLine_ = line_;
     if (pos_ >= buf_.size()) Fail(what, "the end of the file");
     if (atLineBreak()) {  // an empty field at the end of a line
         consumeLineBreak();
@@ -111,8 +112,8 @@ std::string TextReader::Text(std::string_view what) {
 
 double TextReader::Number(std::string_view what) {
     bool quoted = false;
-    const int line = line_;
     const std::string tok = field(what, true, quoted);
+    const int line = fieldLine_;
     if (tok.empty()) return 0.0;
     if (tok == "#TRUE#") return -1.0;
     if (tok == "#FALSE#") return 0.0;
@@ -121,8 +122,8 @@ double TextReader::Number(std::string_view what) {
 }
 
 int16_t TextReader::Int16(std::string_view what) {
-    const int line = line_;
     const double x = Number(what);
+    const int line = fieldLine_;
     try {
         return ToInt16(x, what);
     } catch (const Fault&) {
@@ -131,8 +132,8 @@ int16_t TextReader::Int16(std::string_view what) {
 }
 
 int32_t TextReader::Int32(std::string_view what) {
-    const int line = line_;
     const double x = Number(what);
+    const int line = fieldLine_;
     try {
         return ToInt32(x, what);
     } catch (const Fault&) {
@@ -142,8 +143,8 @@ int32_t TextReader::Int32(std::string_view what) {
 
 bool TextReader::Flag(std::string_view what) {
     bool quoted = false;
-    const int line = line_;
     const std::string tok = field(what, true, quoted);
+    const int line = fieldLine_;
     if (tok == "#TRUE#" || tok == "True" || tok == "TRUE" || tok == "true") return true;
     if (tok == "#FALSE#" || tok == "False" || tok == "FALSE" || tok == "false" || tok.empty())
         return false;
@@ -152,6 +153,7 @@ bool TextReader::Flag(std::string_view what) {
 }
 
 std::string TextReader::Line(std::string_view what) {
+    fieldLine_ = line_;
     if (pos_ >= buf_.size()) Fail(what, "the end of the file");
     const size_t eol = buf_.find_first_of("\r\n", pos_);
     std::string out = buf_.substr(pos_, eol == std::string::npos ? std::string::npos : eol - pos_);
@@ -161,6 +163,7 @@ std::string TextReader::Line(std::string_view what) {
 }
 
 std::string TextReader::Chars(size_t n, std::string_view what) {
+    fieldLine_ = line_;
     if (pos_ >= buf_.size()) Fail(what, "the end of the file");
     std::string out;
     while (out.size() < n && pos_ < buf_.size() && !atLineBreak()) out += buf_[pos_++];

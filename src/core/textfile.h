@@ -40,6 +40,7 @@ public:
     // `n` characters of the current line, the line end not crossed.
     std::string Chars(size_t n, std::string_view what);
 
+    // The line the reader stands on; after the last field of a line, the next one.
     int line() const { return line_; }
     const std::string& path() const { return path_; }
     [[noreturn]] void Fail(std::string_view expected, std::string_view found) const;
@@ -56,6 +57,7 @@ private:
     std::string buf_;
     size_t pos_ = 0;
     int line_ = 1;
+    int fieldLine_ = 1;  // line of the last field read: the one an error names
     Mode mode_;
 };
 

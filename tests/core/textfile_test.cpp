@@ -55,6 +55,29 @@ TEST(TextReader, ErrorsNameFileLineAndWhatWasExpected) {
         EXPECT_EQ(e.line(), 2);
     }
     EXPECT_THROW(TextReader(f.File("missing.txt")), FileFault);
+
+    // A value that is read and then refused by its reader names its own line,
+    // though the reader has already passed the line end; so does a number that
+    // a blank-separated file carries over to the next line.
+    TextReader again(p);
+    again.Text("key");
+    const float heatEx = again.Single("HeatEx");
+    EXPECT_EQ(again.line(), 2);
+    try {
+        if (heatEx < 1) again.Fail("HeatEx of 1 or more", "0.5");
+        FAIL();
+    } catch (const FileFault& e) {
+        EXPECT_EQ(e.line(), 1);
+    }
+    const std::string q = f.Write("bad.mde", "2\r\n\r\n x\r\n");
+    TextReader blanks(q, TextReader::Mode::Blanks);
+    blanks.Int16("count");
+    try {
+        blanks.Int16("id");
+        FAIL();
+    } catch (const FileFault& e) {
+        EXPECT_EQ(e.line(), 3);
+    }
 }
 
 TEST(TextReader, BlanksModeSeparatesOnBlanksAndLineEnds) {
