@@ -3,27 +3,18 @@
 #include "core/model.h"
 #include "core/start_up.h"
 #include "presentation/graph_table.h"
+#include "support/collect_messages.h"
 
 using namespace osm;
-
-namespace {
-
-class Quiet : public MessageSink {
-public:
-    int count = 0;
-    void Show(const ModelMessage&) override { ++count; }
-};
-
-}  // namespace
 
 // The program opens on data/ in both modes with no set-up and no message.
 TEST(DefaultData, StartsInBothModes) {
     for (bool phys : {true, false}) {
         Model m;
-        Quiet quiet;
+        test::CollectMessages quiet;
         m.messages = &quiet;
         StartUp(m, StartOptions{OSM_SOURCE_DIR "/data", phys, {}});
-        EXPECT_EQ(quiet.count, 0);
+        EXPECT_TRUE(quiet.seen.empty());
         EXPECT_EQ(m.main.NReaches, 12);
         EXPECT_EQ(m.main.FirstReach, 2);
         EXPECT_EQ(m.main.LastReach, 12);
