@@ -12,16 +12,12 @@
 #include "core/model.h"
 #include "core/reaches.h"
 #include "core/start_up.h"
+#include "default_model.h"
 #include "hydrology/process_hydro.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-
-class QuietMessages : public osm::MessageSink {
-public:
-    void Show(const osm::ModelMessage&) override {}
-};
 
 struct HydroBench {
     fs::path folder;
@@ -32,7 +28,6 @@ struct HydroBench {
 // A copy of the default river's reach breaks, scenario and hydro data in a
 // temporary program folder.
 bool prepare(benchmark::State& state, HydroBench& b) {
-    static QuietMessages quiet;
     try {
         b.folder = fs::temp_directory_path() / ("osm_hydro_bench_" + std::to_string(::getpid()));
         fs::remove_all(b.folder);
@@ -40,7 +35,7 @@ bool prepare(benchmark::State& state, HydroBench& b) {
         const fs::path data = OSM_DEFAULT_FOLDER;
         for (const char* f : {"Reaches.csv", "noaction.sts"}) fs::copy_file(data / f, b.folder / f);
         for (const char* f : {"caddqd.In", "ospsw95b.dat"}) fs::copy_file(data / "hydro" / f, b.folder / "hydro" / f);
-        b.m.messages = &quiet;
+        b.m.messages = &osm_bench::SilentMessages();
         osm::BuildMonthsTable(b.m);
         osm::ReadReachFile(b.m, (b.folder / "Reaches.csv").string());
         b.m.main.ProgramFolder = b.folder.string();

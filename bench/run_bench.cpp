@@ -6,32 +6,14 @@
 
 #include "core/model.h"
 #include "core/run_driver.h"
-#include "core/start_up.h"
+#include "default_model.h"
 #include "hydrology/flow_engine.h"
 
 namespace {
 
-class QuietMessages : public osm::MessageSink {
-public:
-    void Show(const osm::ModelMessage&) override {}
-};
-
-QuietMessages quiet;
-
-bool loadDefault(benchmark::State& state, osm::Model& m, bool physOnly) {
-    m.messages = &quiet;
-    try {
-        osm::StartUp(m, osm::StartOptions{OSM_DEFAULT_FOLDER, physOnly, {}});
-    } catch (const std::exception& e) {
-        state.SkipWithError(e.what());
-        return false;
-    }
-    return true;
-}
-
 void runFiftyYears(benchmark::State& state, bool physOnly) {
     osm::Model loaded;
-    if (!loadDefault(state, loaded, physOnly)) return;
+    if (!osm_bench::StartDefaultModel(state, loaded, physOnly)) return;
     osm::RunObserver observer;
     for (auto _ : state) {
         state.PauseTiming();
@@ -53,7 +35,7 @@ void BM_WholeRun50Years(benchmark::State& state) { runFiftyYears(state, false); 
 // One month of the flow engine over the whole river, on the post-dam record.
 void BM_MonthlyFlows(benchmark::State& state) {
     osm::Model m;
-    if (!loadDefault(state, m, true)) return;
+    if (!osm_bench::StartDefaultModel(state, m, true)) return;
     m.main.CurYr = 80;
     int month = 1, year = 1;
     for (auto _ : state) {

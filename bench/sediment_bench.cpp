@@ -2,40 +2,20 @@
 // default data set.
 #include <benchmark/benchmark.h>
 
-#include <exception>
-
 #include "core/model.h"
 #include "core/run_driver.h"
-#include "core/start_up.h"
+#include "default_model.h"
 #include "sediment/sand_budget.h"
 #include "sediment/storage_potential.h"
 
 namespace {
-
-class NoMessages : public osm::MessageSink {
-public:
-    void Show(const osm::ModelMessage&) override {}
-};
-
-NoMessages silent;
-
-bool loadDefault(benchmark::State& state, osm::Model& m) {
-    m.messages = &silent;
-    try {
-        osm::StartUp(m, osm::StartOptions{OSM_DEFAULT_FOLDER, true, {}});
-    } catch (const std::exception& e) {
-        state.SkipWithError(e.what());
-        return false;
-    }
-    return true;
-}
 
 // Every run reach in turn, as the flow engine walks them, at a peak of 25000 cfs
 // over a mean of 15000: most slices lie under the peak and pay for the capacity
 // curve.
 void BM_SandStepPerReach(benchmark::State& state) {
     osm::Model m;
-    if (!loadDefault(state, m)) return;
+    if (!osm_bench::StartDefaultModel(state, m, true)) return;
     m.main.CurYr = 80;
     osm::SetCalendar(m, 1, 6);
     m.sediment.ReachConc(1, 1) = 0.01f;
@@ -50,7 +30,7 @@ void BM_SandStepPerReach(benchmark::State& state) {
 
 void BM_RecomputeStorage(benchmark::State& state) {
     osm::Model m;
-    if (!loadDefault(state, m)) return;
+    if (!osm_bench::StartDefaultModel(state, m, true)) return;
     for (auto _ : state) osm::RecomputeStorage(m, false);
     benchmark::DoNotOptimize(m.sediment.SandPot.raw().data());
 }

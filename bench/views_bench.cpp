@@ -7,19 +7,12 @@
 
 #include "core/model.h"
 #include "core/run_driver.h"
-#include "core/start_up.h"
+#include "default_model.h"
 #include "presentation/profile_points.h"
 #include "presentation/time_axis.h"
 #include "presentation/time_series.h"
 
 namespace {
-
-class Quiet : public osm::MessageSink {
-public:
-    void Show(const osm::ModelMessage&) override {}
-};
-
-Quiet quiet;
 
 class ChartFeed : public osm::RunObserver {
 public:
@@ -40,13 +33,7 @@ private:
 };
 
 bool loadWithAllViews(benchmark::State& state, osm::Model& m) {
-    m.messages = &quiet;
-    try {
-        osm::StartUp(m, osm::StartOptions{OSM_DEFAULT_FOLDER, true, {}});
-    } catch (const std::exception& e) {
-        state.SkipWithError(e.what());
-        return false;
-    }
+    if (!osm_bench::StartDefaultModel(state, m, true)) return false;
     for (int i = 1; i <= 6; ++i) {
         m.graphs.GraphSlot(i) = static_cast<int16_t>(i);
         m.graphs.ProfSlot(i) = static_cast<int16_t>(i);

@@ -7,38 +7,19 @@
 
 #include <benchmark/benchmark.h>
 
-#include <exception>
 #include <memory>
 
 #include "core/model.h"
 #include "core/run_driver.h"
-#include "core/start_up.h"
+#include "default_model.h"
 #include "forms/main_window.h"
 #include "forms/status_form.h"
 
 namespace {
 
-class Quiet : public osm::MessageSink {
-public:
-    void Show(const osm::ModelMessage&) override {}
-};
-
-Quiet quiet;
-
-bool startDefault(benchmark::State& state, osm::Model& m) {
-    m.messages = &quiet;
-    try {
-        osm::StartUp(m, osm::StartOptions{OSM_DEFAULT_FOLDER, true, {}});
-    } catch (const std::exception& e) {
-        state.SkipWithError(e.what());
-        return false;
-    }
-    return true;
-}
-
 void BM_WindowPhysicalRun50Years(benchmark::State& state) {
     auto m = std::make_unique<osm::Model>();
-    if (!startDefault(state, *m)) return;
+    if (!osm_bench::StartDefaultModel(state, *m, true)) return;
     osm::MainWindow w(*m);
     w.resize(1600, 1000);
     w.show();
@@ -52,7 +33,7 @@ void BM_WindowPhysicalRun50Years(benchmark::State& state) {
 
 void BM_NoWindowPhysicalRun50Years(benchmark::State& state) {
     auto m = std::make_unique<osm::Model>();
-    if (!startDefault(state, *m)) return;
+    if (!osm_bench::StartDefaultModel(state, *m, true)) return;
     osm::RunObserver none;
     for (auto _ : state) osm::StartRun(*m, none, 48, 50);
 }
