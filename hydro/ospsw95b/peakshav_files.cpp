@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <fstream>
 #include <sstream>
+
+#include "common/atomic_file.h"
+#include "common/text_lines.h"
 
 namespace hydro {
 
@@ -12,18 +14,6 @@ namespace {
 
 const std::array<const char*, 12> MonthNames = {"jan", "feb", "mar", "apr", "may", "jun",
                                                 "jul", "aug", "sep", "oct", "nov", "dec"};
-
-std::vector<std::string> readLines(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    if (!in) throw InputError{path + ": cannot be opened"};
-    std::vector<std::string> lines;
-    std::string s;
-    while (std::getline(in, s)) {
-        if (!s.empty() && s.back() == '\r') s.pop_back();
-        lines.push_back(s);
-    }
-    return lines;
-}
 
 std::string trimmed(const std::string& s) {
     const size_t a = s.find_first_not_of(" \t");
@@ -34,18 +24,18 @@ std::string trimmed(const std::string& s) {
 // The number that begins a line; anything after it (a comment) is ignored.
 double leadingNumber(const std::string& path, const std::vector<std::string>& lines, size_t i,
                      const std::string& what) {
-    if (i >= lines.size()) throw InputError{path + ": ends before " + what + " (line " + std::to_string(i + 1) + ")"};
+    if (i >= lines.size()) throw FileError{path + ": ends before " + what + " (line " + std::to_string(i + 1) + ")"};
     std::istringstream in(lines[i]);
     double v = 0;
     if (!(in >> v))
-        throw InputError{path + ":" + std::to_string(i + 1) + ": expected " + what + ", found '" + lines[i] + "'"};
+        throw FileError{path + ":" + std::to_string(i + 1) + ": expected " + what + ", found '" + lines[i] + "'"};
     return v;
 }
 
 std::string lineAt(const std::string& path, const std::vector<std::string>& lines, size_t i,
                    const std::string& what) {
     if (i >= lines.size() || trimmed(lines[i]).empty())
-        throw InputError{path + ":" + std::to_string(i + 1) + ": expected " + what};
+        throw FileError{path + ":" + std::to_string(i + 1) + ": expected " + what};
     return trimmed(lines[i]);
 }
 
@@ -66,7 +56,7 @@ int FirstSunday1996(int month) {
 }
 
 Control ReadControl(const std::string& path) {
-    const auto lines = readLines(path);
+    const auto lines = ReadLines(path);
     Control c;
     c.parFile = lineAt(path, lines, 3, "the parameter file name");
     const double days = leadingNumber(path, lines, 4, "the days of the month");
@@ -74,18 +64,18 @@ Control ReadControl(const std::string& path) {
     c.month = lineAt(path, lines, 5, "the month name");
     c.outFile = lineAt(path, lines, 8, "the output file name");
     if (c.days < 28 || c.days > 31 || c.days != days)
-        throw InputError{path + ":5: expected the days of the month (28 to 31), found '" + lines[4] + "'"};
+        throw FileError{path + ":5: expected the days of the month (28 to 31), found '" + lines[4] + "'"};
     if (MonthOfName(c.month) == 0)
-        throw InputError{path + ":6: expected a month name (jan to dec), found '" + c.month + "'"};
+        throw FileError{path + ":6: expected a month name (jan to dec), found '" + c.month + "'"};
     return c;
 }
 
 Parameters ReadParameters(const std::string& path) {
-    const auto lines = readLines(path);
+    const auto lines = ReadLines(path);
     // Nine lines of heading, the last a "*".
     size_t i = 0;
     while (i < lines.size() && trimmed(lines[i]) != "*") ++i;
-    if (i >= lines.size()) throw InputError{path + ": no '*' line ends the heading"};
+    if (i >= lines.size()) throw FileError{path + ": no '*' line ends the heading"};
     ++i;
     Parameters p;
     p.volume = leadingNumber(path, lines, i++, "the release volume");
@@ -97,12 +87,12 @@ Parameters ReadParameters(const std::string& path) {
     for (int h = 1; h <= 24; ++h)
         p.minFlow.push_back(leadingNumber(path, lines, i++, "the minimum flow of hour " + std::to_string(h)));
     if (p.volume < 0 || p.maxFlow <= 0 || p.upRamp < 0 || p.downRamp < 0 || p.maxDailyChange < 0)
-        throw InputError{path + ": volume, ramps and daily change must not be negative, the maximum flow positive"};
+        throw FileError{path + ": volume, ramps and daily change must not be negative, the maximum flow positive"};
     return p;
 }
 
 Plant ReadPlant(const std::string& path) {
-    const auto lines = readLines(path);
+    const auto lines = ReadLines(path);
     Plant plant;
     bool tail = false;
     for (size_t i = 1; i < lines.size(); ++i) {
@@ -110,7 +100,7 @@ Plant ReadPlant(const std::string& path) {
         std::string key;
         if (!(in >> key) || key[0] == '#') continue;
         auto fail = [&](const std::string& what) {
-            throw InputError{path + ":" + std::to_string(i + 1) + ": expected " + what + ", found '" + lines[i] + "'"};
+            throw FileError{path + ":" + std::to_string(i + 1) + ": expected " + what + ", found '" + lines[i] + "'"};
         };
         if (key == "efficiency") {
             if (!(in >> plant.efficiency) || plant.efficiency <= 0 || plant.efficiency > 1) fail("an efficiency in (0, 1]");
@@ -141,7 +131,7 @@ Plant ReadPlant(const std::string& path) {
         }
     }
     if (!tail || plant.monthFactor.size() != 12 || plant.weekdayPrice.size() != 24)
-        throw InputError{path + ": needs a tailwater line, a month_factor line and the 24 hourly prices"};
+        throw FileError{path + ": needs a tailwater line, a month_factor line and the 24 hourly prices"};
     return plant;
 }
 
@@ -171,9 +161,8 @@ Problem MakeProblem(const Control& c, const Parameters& par, const Plant& plant)
 
 void WriteOutput(const std::string& path, const Control& c, const Parameters& par,
                  const Problem& p, const Schedule& s) {
-    const std::string tmp = path + ".part";
-    FILE* f = std::fopen(tmp.c_str(), "wb");
-    if (!f) throw InputError{path + ": cannot be written"};
+    AtomicFile out(path);
+    std::FILE* f = out.Stream();
     const int month = MonthOfName(c.month);
     const double minQ = *std::min_element(par.minFlow.begin(), par.minFlow.end());
     const double maxQ = *std::max_element(par.minFlow.begin(), par.minFlow.end());
@@ -209,11 +198,7 @@ void WriteOutput(const std::string& path, const Control& c, const Parameters& pa
             std::fprintf(f, "\r\n");
         }
     }
-    const bool ok = std::fclose(f) == 0;
-    if (!ok || std::rename(tmp.c_str(), path.c_str()) != 0) {
-        std::remove(tmp.c_str());
-        throw InputError{path + ": cannot be written"};
-    }
+    out.Commit();
 }
 
 }  // namespace hydro

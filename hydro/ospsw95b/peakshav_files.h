@@ -4,14 +4,10 @@
 #include <string>
 #include <vector>
 
+#include "common/file_error.h"
 #include "ospsw95b/schedule.h"
 
 namespace hydro {
-
-// A failure to read one of the program's files: names the file and the line.
-struct InputError {
-    std::string text;
-};
 
 struct Control {
     std::string parFile;

@@ -4,8 +4,10 @@
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <sstream>
+
+#include "common/atomic_file.h"
+#include "common/text_lines.h"
 
 namespace hydro {
 
@@ -14,18 +16,6 @@ namespace {
 std::string lower(std::string s) {
     std::transform(s.begin(), s.end(), s.begin(), [](unsigned char ch) { return static_cast<char>(std::tolower(ch)); });
     return s;
-}
-
-std::vector<std::string> readLines(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    if (!in) throw FileError{path + ": cannot be opened"};
-    std::vector<std::string> lines;
-    std::string s;
-    while (std::getline(in, s)) {
-        if (!s.empty() && s.back() == '\r') s.pop_back();
-        lines.push_back(s);
-    }
-    return lines;
 }
 
 bool blank(const std::string& s) { return s.find_first_not_of(" \t") == std::string::npos; }
@@ -53,7 +43,7 @@ std::string OutputName(const std::string& controlPath) {
 }
 
 RoutingControl ReadRoutingControl(const std::string& path) {
-    const auto lines = readLines(path);
+    const auto lines = ReadLines(path);
     if (lines.empty()) throw FileError{path + ": empty"};
     std::istringstream in(lines[0]);
     RoutingControl c;
@@ -74,7 +64,7 @@ RoutingControl ReadRoutingControl(const std::string& path) {
 }
 
 Geometry ReadGeometry(const std::string& path) {
-    const auto lines = readLines(path);
+    const auto lines = ReadLines(path);
     Geometry g;
     size_t i = 1;  // line 1 is a title
     auto keyed = [&](const std::string& key) {
@@ -127,7 +117,7 @@ Geometry ReadGeometry(const std::string& path) {
 }
 
 std::vector<double> ReadInflow(const std::string& path, double stepMinutes) {
-    const auto lines = readLines(path);
+    const auto lines = ReadLines(path);
     std::vector<double> q;
     for (size_t i = 0; i < lines.size(); ++i) {
         if (blank(lines[i])) continue;
@@ -144,19 +134,14 @@ std::vector<double> ReadInflow(const std::string& path, double stepMinutes) {
 }
 
 void WriteRouted(const std::string& path, const RoutingResult& r, double stepMinutes) {
-    const std::string tmp = path + ".part";
-    FILE* f = std::fopen(tmp.c_str(), "wb");
-    if (!f) throw FileError{path + ": cannot be written"};
+    AtomicFile out(path);
+    std::FILE* f = out.Stream();
     for (size_t k = 0; k < r.flow.size(); ++k) {
         std::fprintf(f, "%10.4f", static_cast<double>(k + 1) * stepMinutes / 60.0);
         for (double q : r.flow[k]) std::fprintf(f, " %12.5f", q * CubicMetresPerCubicFoot);
         std::fprintf(f, "\r\n");
     }
-    const bool ok = std::fclose(f) == 0;
-    if (!ok || std::rename(tmp.c_str(), path.c_str()) != 0) {
-        std::remove(tmp.c_str());
-        throw FileError{path + ": cannot be written"};
-    }
+    out.Commit();
 }
 
 }  // namespace hydro

@@ -4,13 +4,10 @@
 #include <string>
 #include <vector>
 
+#include "common/file_error.h"
 #include "usflow/routing.h"
 
 namespace hydro {
-
-struct FileError {
-    std::string text;
-};
 
 // Line 1: run name, inflow file, time step in minutes, river length below the
 // dam in miles, geometry file, and a flag; then one output mile a line.

@@ -213,14 +213,14 @@ TEST(SchedulerFiles, ControlAndParametersAreReadAndBadOnesNamed) {
     try {
         ReadControl(f.File("bad.ctr"));
         ADD_FAILURE() << "a bad month name was taken";
-    } catch (const InputError& e) {
+    } catch (const FileError& e) {
         EXPECT_NE(e.text.find("bad.ctr:6: expected a month name"), std::string::npos) << e.text;
     }
     f.Write("short.par", par.substr(0, par.find("3673.8")));
     try {
         ReadParameters(f.File("short.par"));
         ADD_FAILURE() << "a short parameter file was taken";
-    } catch (const InputError& e) {
+    } catch (const FileError& e) {
         EXPECT_NE(e.text.find("the reservoir elevation"), std::string::npos) << e.text;
     }
 }
@@ -238,7 +238,7 @@ TEST(SchedulerFiles, PlantDataNeedsEveryPart) {
     try {
         ReadPlant(f.File("bad.dat"));
         ADD_FAILURE() << "missing hours were taken";
-    } catch (const InputError& e) {
+    } catch (const FileError& e) {
         EXPECT_NE(e.text.find("hour 13"), std::string::npos) << e.text;
     }
 }
