@@ -27,27 +27,13 @@ void SetupProfiles(const Model& m, ChartSet& charts) {
         const int v = g.ProfSlot(i);
         if (v == 0) continue;
         CheckChartVariable(m, "Profile", i, v);
+        SetupChartFrame(m, charts, 2, i, v);
         ChartState& c = Chart(charts, i);
-        c.frameColour = 0;
-        c.backColour = Chart(charts, 1).backColour;
         c.styleCode = 4;
-        c.switch2 = false;
-        const int sets = g.VarSets(v);
-        c.SetCurveCount(sets);
-        c.autoY = true;
         c.xPoints = points;
         c.xTicks = 5;
-        if (g.YMax(2, i) == 0) {
-            c.yTop = 0.001;
-        } else {
-            c.yTop = g.YMax(2, i);
-            c.autoY = false;
-        }
-        c.yBottom = g.YMin(2, i);
-        c.switch1 = true;
-        c.sizeCode = 10;
-        c.title = g.VarLabel(0, v);
-        for (int s = 1; s <= sets; ++s) c.title += g.VarLabel(s, v);
+        const int sets = g.VarSets(v);
+        c.SetCurveCount(sets);
 
         const int n = sets * (m.main.NRuns + 1);
         c.SetCurveCount(n);

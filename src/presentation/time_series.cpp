@@ -16,6 +16,21 @@ void CheckChartVariable(const Model& m, const char* view, int chart, int v) {
                 ": choose another in Set Graphics or load another graphics setup file");
 }
 
+void SetupChartFrame(const Model& m, ChartSet& charts, int kind, int i, int v) {
+    const Graphs& g = m.graphs;
+    ChartState& c = Chart(charts, i);
+    c.sizeCode = 10;
+    c.frameColour = 0;
+    c.backColour = Chart(charts, 1).backColour;
+    c.switch1 = true;
+    c.switch2 = false;
+    c.autoY = g.YMax(kind, i) == 0;
+    c.yTop = c.autoY ? 0.001 : g.YMax(kind, i);
+    c.yBottom = g.YMin(kind, i);
+    c.title = g.VarLabel(0, v);
+    for (int s = 1; s <= g.VarSets(v); ++s) c.title += g.VarLabel(s, v);
+}
+
 void SetupGraphs(const Model& m, ChartSet& charts) {
     const Graphs& g = m.graphs;
     const int runs = m.main.NRuns + 1;
@@ -23,23 +38,9 @@ void SetupGraphs(const Model& m, ChartSet& charts) {
         const int v = g.GraphSlot(i);
         if (v == 0) continue;
         CheckChartVariable(m, "Graph", i, v);
+        SetupChartFrame(m, charts, 1, i, v);
         ChartState& c = Chart(charts, i);
-        c.sizeCode = 10;
-        c.frameColour = 0;
-        c.backColour = Chart(charts, 1).backColour;
-        c.switch1 = true;
-        c.switch2 = false;
-        c.autoY = true;
-        if (g.YMax(1, i) == 0) {
-            c.yTop = 0.001;
-        } else {
-            c.yTop = g.YMax(1, i);
-            c.autoY = false;
-        }
-        c.yBottom = g.YMin(1, i);
         const int sets = g.VarSets(v);
-        c.title = g.VarLabel(0, v);
-        for (int s = 1; s <= sets; ++s) c.title += g.VarLabel(s, v);
 
         const int n = sets * runs;
         c.SetCurveCount(n);

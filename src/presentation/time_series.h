@@ -10,6 +10,10 @@ struct Model;
 // A chart's variable must be in the graph table; a fault names the view, the
 // chart and the variables there are.
 void CheckChartVariable(const Model& m, const char* view, int chart, int v);
+// What graphs and profiles set alike on chart i showing variable v: size code,
+// frame, switches, the y axis of the setup (kind 1 graphs, 2 profiles) and the
+// title.
+void SetupChartFrame(const Model& m, ChartSet& charts, int kind, int i, int v);
 
 // Axis limits, title and curve formats of every chart with a variable.
 void SetupGraphs(const Model& m, ChartSet& charts);
