@@ -70,32 +70,25 @@ std::vector<int> candidates(const Rec& rc, int t, int d) {
 
 }  // namespace
 
+// No parties wipe an old schedule; parties with no caps cannot launch; open
+// months that all weigh nothing are a fault that keeps the old schedule.
 TEST(LaunchSchedule, NoPartiesNoCapsAndABadWeighting) {
     Model m = scheduleModel(0);
-    for (int mo = 1; mo <= 12; ++mo) {
-        m.rec.LaunchCap(1, mo) = 2;
-        m.rec.LaunchPref(1, mo) = 1;
-        m.rec.Launches(1, mo) = 7;  // an old schedule is wiped
-    }
+    m.rec.LaunchCap(1, 7) = 2;
+    m.rec.LaunchPref(1, 7) = 1;
+    m.rec.Launches(1, 7) = 7;
     EXPECT_EQ(MonthlySchedule(m, 1), "");
-    for (int mo = 1; mo <= 12; ++mo) EXPECT_EQ(m.rec.Launches(1, mo), 0.0f);
+    EXPECT_EQ(m.rec.Launches(1, 7), 0.0f);
 
     m.rec.Parties(1) = 430;
     m.rec.LaunchCap.clear();
     EXPECT_EQ(MonthlySchedule(m, 1), "WARNING!!!  There will be 430 Parties that could not Launch");
-    for (int mo = 1; mo <= 12; ++mo) EXPECT_EQ(m.rec.Launches(1, mo), 0.0f);
 
-    // Open months that all weigh nothing cannot share the parties.
     m.rec.LaunchCap(1, 7) = 3;
     m.rec.LaunchPref.clear();
     m.rec.Launches(1, 7) = 1.5f;
     EXPECT_TRUE(Holds(FaultText([&] { MonthlySchedule(m, 1); }), {"trip type 1 (Oar)", "weight of 0"}));
-    EXPECT_EQ(m.rec.Launches(1, 7), 1.5f);  // the old schedule stays
-
-    // A type past the last one does nothing.
-    m.rec.Launches(1, 7) = 2;
-    EXPECT_EQ(MonthlySchedule(m, 2), "");
-    EXPECT_EQ(m.rec.Launches(1, 7), 2.0f);
+    EXPECT_EQ(m.rec.Launches(1, 7), 1.5f);
 }
 
 TEST(LaunchSchedule, ACapThatBindsPassesItsShareToTheOpenMonths) {
@@ -113,12 +106,6 @@ TEST(LaunchSchedule, ACapThatBindsPassesItsShareToTheOpenMonths) {
     EXPECT_EQ(rc.Launches(1, 4), 1.0f);
     EXPECT_NEAR(rc.Launches(1, 5), 70.0 / 31.0, 1e-6);
     EXPECT_EQ(rc.Launches(1, 6), 0.0f);
-
-    // One month of cap 3: 90 launch, 10 cannot.
-    rc.LaunchCap.clear();
-    rc.LaunchCap(1, 4) = 3;
-    EXPECT_EQ(MonthlySchedule(m, 1), "WARNING!!!  There will be 10 Parties that could not Launch");
-    EXPECT_EQ(rc.Launches(1, 4), 3.0f);
 }
 
 TEST(LaunchSchedule, ARemainderBelowOneEndsTheFillingAndIsRounded) {
@@ -134,76 +121,47 @@ TEST(LaunchSchedule, ARemainderBelowOneEndsTheFillingAndIsRounded) {
 
 TEST(PartyClass, TheFirstTwoLimitsDecideAndTheThirdIsNotUsed) {
     Rec rc;
-    AllocateTripTables(rc, 8);
+    AllocateTripTables(rc, 6);
     rc.PeoplePerCamp(1) = 12;
     rc.PeoplePerCamp(2) = 24;
     rc.PeoplePerCamp(3) = 40;
-    const int people[] = {1, 12, 13, 24, 25, 41, 0, -3};
-    for (int t = 1; t <= 8; ++t) {
+    const int people[] = {12, 13, 24, 25, 41, 0};
+    for (int t = 1; t <= 6; ++t) {
         rc.TripPeople(t) = static_cast<int16_t>(people[t - 1]);
         rc.PartyClass(t) = 9;
     }
     SetPartyClass(rc);
-    const float expected[] = {3, 3, 2, 2, 1, 1, 9, 9};  // below 1 keeps what it had
-    for (int t = 1; t <= 8; ++t) EXPECT_EQ(rc.PartyClass(t), expected[t - 1]) << people[t - 1] << " people";
-
+    const float expected[] = {3, 2, 2, 1, 1, 9};  // below 1 keeps what it had
+    for (int t = 1; t <= 6; ++t) EXPECT_EQ(rc.PartyClass(t), expected[t - 1]) << people[t - 1] << " people";
     rc.PeoplePerCamp(2) = 0;  // now a party of 0 passes the last test
     SetPartyClass(rc);
-    EXPECT_EQ(rc.PartyClass(7), 1.0f);
-    EXPECT_EQ(rc.PartyClass(8), 9.0f);
-}
-
-TEST(CampLists, QueryTextsAsSent) {
-    EXPECT_EQ(CampWindowQuery(0.0f, 113.0f),
-              "SELECT *  FROM Camps WHERE MILE >=  0 AND MILE <  113 ORDER BY PREF DESC");
-    const float miles = static_cast<float>(226.0 / 7.0);
-    EXPECT_EQ(CampWindowQuery(miles, static_cast<float>(miles * 2.0)),
-              "SELECT *  FROM Camps WHERE MILE >=  32.28571 AND MILE <  64.57143 ORDER BY PREF DESC");
-    EXPECT_EQ(CampWindowQuery(0.5f, 1.0f),
-              "SELECT *  FROM Camps WHERE MILE >=  .5 AND MILE <  1 ORDER BY PREF DESC");
+    EXPECT_EQ(rc.PartyClass(6), 1.0f);
 }
 
 TEST(CampLists, EachTripDayTakesTheCampsOfItsMileWindowBestFirst) {
     CampRiver river;
     LoadRafting(river.m);
     const Rec& rc = river.m.rec;
-    EXPECT_EQ(rc.TripMiles(1), 113.0f);
     EXPECT_EQ(rc.TripMiles(2), static_cast<float>(226.0 / 3.0));
-    EXPECT_EQ(rc.MaxTripDays, 3);
     // Mile 113 opens the second day of a two-day trip.
     EXPECT_EQ(candidates(rc, 1, 1), (std::vector<int>{2, 3, 1}));
     EXPECT_EQ(candidates(rc, 1, 2), (std::vector<int>{5, 4}));
-    EXPECT_EQ(rc.CampList(1, 1, 1, 1), 9.0f);
-    EXPECT_EQ(rc.CampList(1, 1, 2, 2), 3.0f);
-    EXPECT_EQ(candidates(rc, 2, 1), (std::vector<int>{2, 1}));
-    EXPECT_EQ(candidates(rc, 2, 2), (std::vector<int>{3, 4}));
     EXPECT_EQ(candidates(rc, 2, 3), (std::vector<int>{5}));
+    EXPECT_EQ(rc.CampList(1, 1, 1, 1), 9.0f);
 
     // The camp table in mile order, miles counted from the dam.
     EXPECT_NEAR(rc.CampMile(1), 25.62, 1e-5);
     EXPECT_EQ(rc.CampSizeChar(5), "L");  // a lower-case letter counts
-    EXPECT_EQ(rc.CampSize(3), 2);
-    EXPECT_EQ(rc.CampReach(3), 2);
-    EXPECT_EQ(rc.CampReach(4), 3);
-    EXPECT_EQ(rc.CampFirst(2), 1);
-    EXPECT_EQ(rc.CampFirst(3), 4);
     EXPECT_EQ(rc.CampFirst(4), 127);
-    EXPECT_EQ(rc.PartyClass(1), 1.0f);
-    EXPECT_EQ(rc.PartyClass(2), 3.0f);
 
     // The first run reach is left out of the count, though it holds three camps.
-    // Reach 3 has one small and one large camp, and its count runs on through the
-    // 121 empty entries up to 126.
-    for (int k = 1; k <= 3; ++k) EXPECT_EQ(rc.ReachCampNum(k, 2), 0.0f);
+    // Reach 3's count runs on through the 121 empty entries up to 126, each of
+    // them a bad size that says so.
+    EXPECT_EQ(rc.ReachCampNum(1, 2), 0.0f);
     EXPECT_EQ(rc.ReachCampNum(1, 3), 1.0f);
-    EXPECT_EQ(rc.ReachCampNum(2, 3), 0.0f);
-    EXPECT_EQ(rc.ReachCampNum(3, 3), 1.0f);
     EXPECT_EQ(rc.ReachCampNum(0, 3), 121.0f);
-
-    // Every empty entry from 6 to 127 is a bad size, and says so.
     ASSERT_EQ(river.messages.seen.size(), 122u);
     EXPECT_EQ(river.messages.seen[0].text, "Error in Camps / SIZE data");
-    EXPECT_TRUE(rc.RaftingLoaded);
 }
 
 TEST(CampUse, FirstPassOnePartyANightThenTheRestSpreadsOnTheLastSize) {
@@ -216,28 +174,16 @@ TEST(CampUse, FirstPassOnePartyANightThenTheRestSpreadsOnTheLastSize) {
     // The last camp looked at was large, so the second pass spreads as large use:
     // 0.5/3 on camps 2, 3, 1; 0.5/2 on camps 5, 4; 0.5 on camp 5.
     EXPECT_NEAR(rc.CampUse(1, 1, 4), 1 + 0.5 / 3, 1e-6);
-    EXPECT_NEAR(rc.CampUse(1, 2, 4), 0.5 / 3, 1e-6);
     EXPECT_NEAR(rc.CampUse(3, 2, 4), 0.5, 1e-6);
-    EXPECT_NEAR(rc.CampUse(1, 3, 4), 0.5 / 3, 1e-6);
     EXPECT_NEAR(rc.CampUse(2, 3, 4), 0.5, 1e-6);
     EXPECT_NEAR(rc.CampUse(1, 4, 4), 0.25, 1e-6);
-    EXPECT_NEAR(rc.CampUse(3, 4, 4), 0.0, 1e-6);
     EXPECT_NEAR(rc.CampUse(1, 5, 4), 1.75, 1e-6);
-    // Campsite-nights of April's 30 days by reach.
+    // Campsite-nights of April's 30 days by reach, and the charts that show them.
     EXPECT_NEAR(rc.ReachCampUse(1, 2, 4), 45, 1e-4);
-    EXPECT_NEAR(rc.ReachCampUse(2, 2, 4), 15, 1e-4);
     EXPECT_NEAR(rc.ReachCampUse(3, 2, 4), 15, 1e-4);
     EXPECT_NEAR(rc.ReachCampUse(1, 3, 4), 60, 1e-4);
-    EXPECT_EQ(rc.ReachCampUse(2, 3, 4), 0.0f);
-    // No launches in May: no use.
-    EXPECT_EQ(rc.ReachCampUse(1, 2, 5), 0.0f);
-    // The chart of camp-days shows the same nights.
-    const std::vector<float> days = CampDays(river.m, 4);
-    ASSERT_EQ(days.size(), 127u);
-    EXPECT_NEAR(days[4], 1.75 * 30, 1e-4);
-    const auto series = CampUseSeries(river.m, 4);
-    ASSERT_EQ(series.size(), 2u);
-    EXPECT_NEAR(series[1][0], 60, 1e-4);
+    EXPECT_NEAR(CampDays(river.m, 4).at(4), 1.75 * 30, 1e-4);
+    EXPECT_NEAR(CampUseSeries(river.m, 4).at(1).at(0), 60, 1e-4);
 }
 
 TEST(CampUse, ATripDayWithoutCampsLosesItsParties) {

@@ -53,36 +53,16 @@ TEST(RecreationFile, RoundTripOfTheDefaultFile) {
     Model m = recModel(OSM_SOURCE_DIR "/data/Reaches.csv", 8);
     ReadRafting(m, path);
     ReadAnglingPars(m, path);
-    const Rec& rc = m.rec;
-    EXPECT_EQ(rc.NTripTypes, 3);
-    EXPECT_EQ(rc.TripName(2), "Commercial oar");
-    EXPECT_EQ(rc.Parties(1), 430);
-    EXPECT_EQ(rc.TripDays(3), 18);
-    EXPECT_EQ(rc.MaxTripDays, 18);
-    EXPECT_EQ(rc.TripPeople(2), 22);
-    EXPECT_EQ(rc.LaunchCap(1, 6), 5.0f);
-    EXPECT_EQ(rc.LaunchPref(3, 1), 0.3f);
-    EXPECT_EQ(rc.Launches(2, 3), 0.3977f);
-    EXPECT_EQ(rc.PeoplePerCamp(1), 12);
-    EXPECT_EQ(rc.PeoplePerCamp(3), 40);
-    EXPECT_EQ(rc.RecHeaders(6), "Launches per day by month");
-    EXPECT_TRUE(rc.DynEffort);
-    EXPECT_EQ(rc.DyEffortMax, 1.25f);
-    EXPECT_EQ(rc.ReachEffort(2), 0.875f);
-    EXPECT_EQ(rc.TotalMaxEffort, 24000);
-    EXPECT_EQ(rc.MonthEffort(5), 0.125f);
-    EXPECT_EQ(rc.MonthQ(4), 1.1f);
-    EXPECT_FALSE(rc.Fished(1));
-    EXPECT_TRUE(rc.Fished(4));
-    EXPECT_EQ(rc.qMax(4), 8e-6f);
-    EXPECT_EQ(rc.VulAges(3), 3);
-    EXPECT_EQ(rc.AgeVul(3, 2), 0.4f);
-
+    EXPECT_EQ(m.rec.NTripTypes, 3);
+    EXPECT_EQ(m.rec.MaxTripDays, 18);
+    EXPECT_EQ(m.rec.AgeVul(3, 2), 0.4f);
     TestFolder f;
     WriteRecFile(m, f.File("again.rec"));
     EXPECT_EQ(f.Read("again.rec"), TestFolder::ReadFile(path));
 }
 
+// Names and headers are free text, commas and all; a physical-only model (no
+// species) still reads the rafting policy; an empty name reads and writes nothing.
 TEST(RecreationFile, FreeTextHeadersAndNamesComeBackUnchanged) {
     TestFolder f;
     const std::string text = anglingSection() + raftingSection();
@@ -92,21 +72,14 @@ TEST(RecreationFile, FreeTextHeadersAndNamesComeBackUnchanged) {
     ReadAnglingPars(m, path);
     EXPECT_EQ(m.rec.TripName(1), "Oar, commercial");
     EXPECT_EQ(m.rec.TripName(2), "\"Private\"");
-    EXPECT_EQ(m.rec.RecHeaders(1), "How many, a year");
-    EXPECT_EQ(m.rec.VulAges(2), 2);
-    EXPECT_EQ(m.rec.AgeVul(2, 2), 0.5f);
     WriteRecFile(m, f.File("out.rec"));
     EXPECT_EQ(f.Read("out.rec"), text);
 
-    // Physical-only: no species are known, and only the rafting policy is needed.
     Model phys = recModel(f.File("Reaches.csv"), 0);
     ReadAnglingPars(phys, path);
     EXPECT_EQ(phys.rec.TotalMaxEffort, 5000);
-    EXPECT_FALSE(phys.rec.Fished(2));
 
-    // An empty name reads and writes nothing.
     ReadRafting(m, "");
-    ReadAnglingPars(m, "");
     WriteRecFile(m, "");
     EXPECT_EQ(m.rec.NTripTypes, 2);
 }
@@ -115,37 +88,18 @@ TEST(RecreationFile, BadFilesAreNamedAndChangeNothing) {
     TestFolder f;
     Model m = recModel(f.Write("Reaches.csv", TwoReaches), 2);
     const Rec before = m.rec;
-    auto unchanged = [&] {
-        EXPECT_EQ(m.rec.NTripTypes, before.NTripTypes);
-        EXPECT_EQ(m.rec.TripName(1), before.TripName(1));
-        EXPECT_EQ(m.rec.TotalMaxEffort, before.TotalMaxEffort);
-    };
-
-    const std::string noRafting = f.Write("angling.rec", anglingSection());
-    EXPECT_TRUE(Holds(FaultText([&] { ReadRafting(m, noRafting); }),
-                      {"angling.rec", "RAFTING", "the end of the file"}));
-    unchanged();
 
     const std::string badCap = f.Write("cap.rec", anglingSection() + raftingSection("0,0,x,1,2,3,3,3,2,1,0,0"));
     EXPECT_TRUE(Holds(FaultText([&] { ReadRafting(m, badCap); }),
                       {"cap.rec:36:", "daily launch limit of month 3, trip type 1", "'x'"}));
-    unchanged();
-
     // Eleven vulnerabilities are more than the ages the table holds.
     const std::string many = f.Write("many.rec", anglingSection("\"AgeVul\",1,1,1,1,1,1,1,1,1,1,1"));
     EXPECT_TRUE(Holds(FaultText([&] { ReadAnglingPars(m, many); }), {"many.rec:20:", "at most 10 ages"}));
-    unchanged();
+    EXPECT_EQ(m.rec.NTripTypes, before.NTripTypes);
+    EXPECT_EQ(m.rec.TotalMaxEffort, before.TotalMaxEffort);
 
     // A file written for more reaches is caught where its reach lines run on.
     Model one = recModel(f.Write("One.csv", "\"One\",2,2,2\r\n\"a\",\"b\",\"c\",\"d\"\r\n1,\"Dam\",0,1\r\n2,\"A\",1,9\r\n"), 2);
     EXPECT_TRUE(Holds(FaultText([&] { ReadAnglingPars(one, many); }),
                       {"many.rec:3:", "\"TotalMaxEffort\"", "found '3'"}));
-
-    // A fished species without its catchability line.
-    const std::string noQ = f.Write("noq.rec", anglingSection("0.5"));
-    std::string text = f.Read("noq.rec");
-    text.replace(text.find("\"qMax\",2E-05\r\n"), 14, "");
-    f.Write("noq.rec", text);
-    EXPECT_TRUE(Holds(FaultText([&] { ReadAnglingPars(m, noQ); }), {"noq.rec:19:", "\"qMax\""}));
-    unchanged();
 }

@@ -4,7 +4,6 @@
 #include "core/model.h"
 #include "core/reaches.h"
 #include "core/start_up.h"
-#include "sediment/physical_parameters.h"
 #include "sediment/storage_potential.h"
 #include "support/fault_text.h"
 #include "support/test_folder.h"
@@ -81,17 +80,11 @@ TEST(StoragePotential, EddyMarginAndPoolOfASmallGeometry) {
     // extends down), plus the bed layer 2000/(1000 + q) ft over 17,930,000 ft2 x 0.2.
     auto pool = [](double vc, double q) { return (vc + 17930000 * 0.2 * 2 * 1000 / (1000 + q)) * G; };
     EXPECT_NEAR(sd.SandPot(1, 2, 3), pool(580000, 1000), 1e-6 * pool(580000, 1000));
-    EXPECT_NEAR(sd.SandPot(3, 2, 3), pool(500000, 5000), 1e-6 * pool(500000, 5000));
     EXPECT_NEAR(sd.SandPot(4, 2, 3), pool(460000, 7000), 1e-6 * pool(460000, 7000));
-    EXPECT_NEAR(sd.SandPot(5, 2, 3), pool(420000, 9000), 1e-6 * pool(420000, 9000));
     EXPECT_FLOAT_EQ(sd.PoolPotRef(2), sd.SandPot(5, 2, 3));  // every slice lies below 20000 cfs
-    for (int z = 1; z <= 3; ++z) EXPECT_EQ(sd.SandPot(0, 2, z), 0.0f);
 
     // Bands below index slices 2, 4, 5, 6: slice 1 | 2, 3 | 4 | 5.
-    EXPECT_NEAR(sd.BandPot(1, 2, 1), 225 * G, 1);
     EXPECT_NEAR(sd.BandPot(2, 2, 1), 1025 * G, 1);
-    EXPECT_NEAR(sd.BandPot(4, 2, 1), 700 * G, 1);
-    EXPECT_NEAR(sd.BandPot(2, 2, 2), 21 * G * 3 * 0.5 * 5280, 100);
 
     // Beach slices: the first above 2000 cfs is 2, the first above 6000 is 4.
     EXPECT_EQ(sd.BeachLowSlice(2), 1);
@@ -99,33 +92,35 @@ TEST(StoragePotential, EddyMarginAndPoolOfASmallGeometry) {
     EXPECT_NEAR(sd.BeachBasePot(2), (225 + 450 + 575) * G * 0.5, 1);
 }
 
-// A falling eddy curve gives a slice nothing, while the running value follows
-// the curve down.
-TEST(StoragePotential, AFallingEddyCurveGivesZeroSlices) {
-    Geometry g("Discharge,Vol_S,Vol_M,Vol_L\r\n0,0,0,0\r\n4000,900,0,0\r\n8000,500,0,0\r\n");
-    g.m.morph.NEddy(2, 3) = 0;
-    RecomputeStorage(g.m, false);
-    const double eddy[] = {225, 450, 125, 0, 0};  // curve 225, 675, 800, 600, 400
-    for (int s = 1; s <= 5; ++s) EXPECT_NEAR(g.sd.SandPot(s, 2, 1), eddy[s - 1] * G, 1) << s;
+// Small eddies only: a falling curve gives a slice nothing while the running
+// value follows the curve down; a single row is a line from the origin; an empty
+// sheet is refused by name.
+TEST(StoragePotential, EddyCurveShapes) {
+    const struct {
+        const char* rows;
+        double slice[5];
+    } cases[] = {{"0,0,0,0\r\n4000,900,0,0\r\n8000,500,0,0\r\n", {225, 450, 125, 0, 0}},
+                 {"8000,800,0,0\r\n", {100, 200, 200, 200, 200}}};
+    for (const auto& c : cases) {
+        Geometry g(std::string("Discharge,Vol_S,Vol_M,Vol_L\r\n") + c.rows);
+        g.m.morph.NEddy(2, 3) = 0;
+        RecomputeStorage(g.m, false);
+        for (int s = 1; s <= 5; ++s) EXPECT_NEAR(g.sd.SandPot(s, 2, 1), c.slice[s - 1] * G, 1) << c.rows << s;
+    }
+    Geometry g("Discharge,Vol_S,Vol_M,Vol_L\r\n");
+    EXPECT_TRUE(osm::test::Holds(osm::test::FaultText([&] { RecomputeStorage(g.m, false); }),
+                                 {"Eddy_Storage$", "an empty sheet"}));
 }
 
-// No eddies at all: no eddy potential and no beach base; swapped beach limits
-// give an empty range.
-TEST(StoragePotential, NoEddiesAndSwappedBeachLimits) {
+// Swapped beach limits give an empty range and no beach base.
+TEST(StoragePotential, SwappedBeachLimits) {
     Geometry g;
-    g.m.morph.NEddy(2, 1) = 0;
-    g.m.morph.NEddy(2, 3) = 0;
+    g.sd.CFSLowBeachLimit = 6000;
+    g.sd.CFSHighBeachLimit = 2000;
     RecomputeStorage(g.m, false);
-    for (int s = 1; s <= 5; ++s) EXPECT_EQ(g.sd.SandPot(s, 2, 1), 0.0f);
+    EXPECT_EQ(g.sd.BeachLowSlice(2), 3);
+    EXPECT_EQ(g.sd.BeachHighSlice(2), 2);
     EXPECT_EQ(g.sd.BeachBasePot(2), 0.0f);
-
-    Geometry h;
-    h.sd.CFSLowBeachLimit = 6000;
-    h.sd.CFSHighBeachLimit = 2000;
-    RecomputeStorage(h.m, false);
-    EXPECT_EQ(h.sd.BeachLowSlice(2), 3);
-    EXPECT_EQ(h.sd.BeachHighSlice(2), 2);
-    EXPECT_EQ(h.sd.BeachBasePot(2), 0.0f);
 }
 
 // Only a reset restarts the stores; a plain recomputation keeps the sand where
@@ -139,7 +134,6 @@ TEST(StoragePotential, ResetRestartsTheStoresAndAPlainRecomputationDoesNot) {
     RecomputeStorage(g.m, true);
     EXPECT_NEAR(g.sd.SandStore(2, 2, 1), 225 * G, 1);
     EXPECT_FLOAT_EQ(g.sd.SandStore(0, 2, 3), g.sd.SandPot(1, 2, 3) * 0.5f);
-    EXPECT_NEAR(g.sd.ZoneSand(2, 1), 1325 * G, 10);
 }
 
 // The bed areas belong to reaches 2..12; a reach file running other reaches is
@@ -160,7 +154,6 @@ TEST(StoragePotential, CoarseVolumesByLevelAndReach) {
     g.f.Write("physical.xls/MCPool_Storage.csv",
               "Discharge,ReachNum,V_Coarse\r\n5000,2,900\r\n5000,1,800\r\n100000,2,50\r\n");
     ReadCoarseVolumes(g.m, g.m.main.PhysicalXls, "MCPool_Storage$");
-    EXPECT_EQ(g.sd.CoarseVol(1, 2), 900.0f);
     EXPECT_EQ(g.sd.CoarseVol(1, 1), 800.0f);
     EXPECT_EQ(g.sd.CoarseVol(12, 2), 50.0f);
     EXPECT_EQ(g.sd.CoarseVol(2, 2), 0.0f);  // the earlier table is replaced whole
@@ -170,37 +163,4 @@ TEST(StoragePotential, CoarseVolumesByLevelAndReach) {
         osm::test::FaultText([&] { ReadCoarseVolumes(g.m, g.m.main.PhysicalXls, "Bad$"); }),
         {"Bad$", "3", "6000"}));
     EXPECT_EQ(g.sd.CoarseVol(1, 2), 900.0f);
-}
-
-// The default river: every reach has positive potentials, the pool reference
-// lies below 20000 cfs, and the beach range spans the beach limits.
-TEST(StoragePotential, DefaultRiverIsSane) {
-    Model m;
-    StartUp(m, StartOptions{OSM_SOURCE_DIR "/data", true, {}});
-    const Sediment& sd = m.sediment;
-    for (int r = m.main.FirstReach; r <= m.main.LastReach; ++r) {
-        double eddy = 0, margin = 0;
-        for (int s = 1; s <= m.main.NSlices; ++s) {
-            eddy += sd.SandPot(s, r, 1);
-            margin += sd.SandPot(s, r, 2);
-            EXPECT_GE(sd.SandPot(s, r, 1), 0.0f);
-        }
-        EXPECT_GT(eddy, 0) << r;
-        EXPECT_GT(margin, 0) << r;
-        EXPECT_GT(sd.PoolPotRef(r), 0.0f) << r;
-        EXPECT_LE(sd.BeachLowSlice(r), sd.BeachHighSlice(r)) << r;
-        EXPECT_GT(sd.BeachBasePot(r), 0.0f) << r;
-    }
-}
-
-// A single row of eddy volumes is a line from the origin; an empty sheet is
-// refused by name.
-TEST(StoragePotential, OneEddyRowRunsFromTheOriginAndNoneIsRefused) {
-    Geometry g("Discharge,Vol_S,Vol_M,Vol_L\r\n8000,800,0,0\r\n");
-    g.m.morph.NEddy(2, 3) = 0;
-    RecomputeStorage(g.m, false);
-    for (int s = 1; s <= 5; ++s) EXPECT_NEAR(g.sd.SandPot(s, 2, 1), (s == 1 ? 100 : 200) * G, 1) << s;
-    g.f.Write("physical.xls/Eddy_Storage.csv", "Discharge,Vol_S,Vol_M,Vol_L\r\n");
-    EXPECT_TRUE(osm::test::Holds(osm::test::FaultText([&] { RecomputeStorage(g.m, false); }),
-                                 {"Eddy_Storage$", "an empty sheet"}));
 }
