@@ -36,84 +36,71 @@ Geometry gorge() {
     return g;
 }
 
-// A peaking day: 5,000 cfs at night, 20,000 cfs from hour 10 to 18, ramps between.
-std::vector<double> peakingDays(int days) {
-    std::vector<double> q;
-    for (int k = 1; k <= days * PerDay; ++k) {
-        const double h = std::fmod(k * Step / 3600.0, 24.0);
-        const double up = std::clamp((h - 7) / 3, 0.0, 1.0), down = std::clamp((21 - h) / 3, 0.0, 1.0);
-        q.push_back(5000 + 15000 * std::min(up, down));
+template <typename F>
+std::string errorText(F&& f) {
+    try {
+        f();
+    } catch (const FileError& e) {
+        return e.text;
     }
-    return q;
-}
-
-double cycleSum(const RoutingResult& r, size_t point, int day) {
-    double v = 0;
-    for (int k = day * PerDay; k < (day + 1) * PerDay; ++k) v += r.flow[size_t(k)][point];
-    return v;
+    return "no error";
 }
 
 }  // namespace
 
 TEST(Router, CelerityAndWidthFromTheRating) {
-    Geometry g = gorge();
+    const Geometry g = gorge();
     const Station& s = g.stations[0];
     const Hydraulics h = StationHydraulics(g, s, 7000);
     EXPECT_NEAR(h.celerity, 5000 / (s.area[2] - s.area[1]), 1e-9);
     EXPECT_NEAR(h.width, s.width[1] + 0.4 * (s.width[2] - s.width[1]), 1e-9);
 }
 
-TEST(Router, SteadyFlowPassesUnchanged) {
-    const std::vector<double> in(3 * PerDay, 12000);
-    const RoutingResult r = RouteFlow(gorge(), 100, in, Step, {-10, 20, 99}, PerDay);
-    ASSERT_EQ(r.flow.size(), in.size());
-    for (const auto& row : r.flow)
+TEST(Router, SteadyFlowPassesAndAStepSettlesFlat) {
+    const RoutingResult steady = RouteFlow(gorge(), 100, std::vector<double>(3 * PerDay, 12000), Step, {-10, 20, 99}, PerDay);
+    ASSERT_EQ(steady.flow.size(), 3u * PerDay);
+    for (const auto& row : steady.flow)
         for (double q : row) EXPECT_NEAR(q, 12000, 1e-6);
-}
-
-TEST(Router, AStepInTheInflowSettlesFlatWithTheVolumeKept) {
-    // 8,000 cfs for a day, then 12,000: far down, the flow ends flat at 12,000.
+    // 8,000 cfs for a day, then 12,000: nothing arrives before the wave can
+    // travel 65 miles, and far down the flow ends flat at 12,000.
     std::vector<double> in(PerDay, 8000);
     in.resize(3 * PerDay, 12000);
     const RoutingResult r = RouteFlow(gorge(), 60, in, Step, {50}, PerDay);
-    for (int k = 3 * PerDay - 60; k < 3 * PerDay; ++k) EXPECT_NEAR(r.flow[size_t(k)][0], 12000, 1);
-    // Nothing arrives before the wave can travel 65 miles.
     EXPECT_NEAR(r.flow[PerDay + 10][0], 8000, 1);
+    for (int k = 3 * PerDay - 60; k < 3 * PerDay; ++k) EXPECT_NEAR(r.flow[size_t(k)][0], 12000, 1);
     EXPECT_GT(r.maxCourant, 0.3);
     EXPECT_LE(r.maxCourant, 2.0);
 }
 
 TEST(Router, DailyWaveLagsAttenuatesAndKeepsItsVolume) {
-    const std::vector<double> in = peakingDays(3);
+    // A peaking day: 5,000 cfs at night, 20,000 cfs from hour 10 to 18, ramps between.
+    std::vector<double> in;
+    for (int k = 1; k <= 3 * PerDay; ++k) {
+        const double h = std::fmod(k * Step / 3600.0, 24.0);
+        in.push_back(5000 + 15000 * std::clamp(std::min((h - 7) / 3, (21 - h) / 3), 0.0, 1.0));
+    }
     const std::vector<double> miles{0, 30, 60, 100};
     const RoutingResult r = RouteFlow(gorge(), 110, in, Step, miles, PerDay);
     const double inflowDay = std::accumulate(in.begin() + 2 * PerDay, in.end(), 0.0);
     double lastPeakHour = -1, lastPeak = 1e9, lastLow = 0;
     for (size_t p = 0; p < miles.size(); ++p) {
-        // The last cycle carries the day's volume to 0.1 %.
-        EXPECT_NEAR(cycleSum(r, p, 2), inflowDay, 0.001 * inflowDay) << "mile " << miles[p];
-        double peak = 0, low = 1e9, peakHour = 0;
+        double volume = 0, peak = 0, low = 1e9, peakHour = 0;
         for (int k = 2 * PerDay; k < 3 * PerDay; ++k) {
             const double q = r.flow[size_t(k)][p];
-            if (q > peak) {
-                peak = q;
-                peakHour = (k - 2 * PerDay) * Step / 3600.0;
-            }
+            volume += q;
+            if (q > peak) peak = q, peakHour = (k - 2 * PerDay) * Step / 3600.0;
             low = std::min(low, q);
         }
+        EXPECT_NEAR(volume, inflowDay, 0.001 * inflowDay) << "mile " << miles[p];
         if (p > 0) {
             // Later, lower and fuller downstream; the peak moves a few miles an hour.
-            const double hours = std::fmod(peakHour - lastPeakHour + 24, 24);
-            EXPECT_GT(hours, 0) << "mile " << miles[p];
-            const double mph = (miles[p] - miles[p - 1]) / hours;
+            const double mph = (miles[p] - miles[p - 1]) / std::fmod(peakHour - lastPeakHour + 24, 24);
             EXPECT_GT(mph, 2) << "mile " << miles[p];
             EXPECT_LT(mph, 15) << "mile " << miles[p];
             EXPECT_LT(peak, lastPeak);
             EXPECT_GT(low, lastLow - 1e-6);
         }
-        lastPeakHour = peakHour;
-        lastPeak = peak;
-        lastLow = low;
+        lastPeakHour = peakHour, lastPeak = peak, lastLow = low;
     }
 }
 
@@ -124,7 +111,7 @@ TEST(Router, BadRequestsAreRefused) {
     EXPECT_THROW(RouteFlow(gorge(), 50, {}, Step, {10}, 10), std::invalid_argument);
 }
 
-TEST(RouterFiles, ControlInflowAndOutputRoundTrip) {
+TEST(RouterFiles, ControlInflowAndOutput) {
     TestFolder f;
     f.Write("usflowON.in", "usflowON inflowON.dat 4 40 caddqd.In 1\r\n-15.4\r\n-5.1\r\n14.7\r\n");
     const RoutingControl c = ReadRoutingControl(f.File("usflowON.in"));
@@ -132,6 +119,7 @@ TEST(RouterFiles, ControlInflowAndOutputRoundTrip) {
     EXPECT_EQ(c.stepMinutes, 4);
     EXPECT_EQ(c.lengthMiles, 40);
     EXPECT_EQ(c.outMiles, (std::vector<double>{-15.4, -5.1, 14.7}));
+    EXPECT_EQ(OutputName(f.File("usflowON.in")), f.File("usflowON.dat"));
     // The inflow file is found whatever the letter case of its name.
     f.Write("inflowOn.dat", "0.066667 141.585000\r\n0.133333 283.170000\r\n");
     const std::string found = FindFile(f.File("inflowON.dat"));
@@ -139,7 +127,6 @@ TEST(RouterFiles, ControlInflowAndOutputRoundTrip) {
     const std::vector<double> q = ReadInflow(found, 4);
     ASSERT_EQ(q.size(), 2u);
     EXPECT_NEAR(q[0], 5000, 1e-9);  // 141.585 m3/s at 0.028317 m3/ft3
-    EXPECT_EQ(OutputName(f.File("usflowON.in")), f.File("usflowON.dat"));
 
     RoutingResult r;
     r.flow = {{5000, 6000}, {5500, 6500}};
@@ -149,19 +136,11 @@ TEST(RouterFiles, ControlInflowAndOutputRoundTrip) {
 
 TEST(RouterFiles, BadFilesNameTheLine) {
     TestFolder f;
-    auto text = [](auto fn) {
-        try {
-            fn();
-        } catch (const FileError& e) {
-            return e.text;
-        }
-        return std::string("no error");
-    };
+    auto fails = [](auto fn, const char* part) { return errorText(fn).find(part) != std::string::npos; };
     f.Write("in.dat", "0.066667 10\r\n0.2 11\r\n");
-    EXPECT_NE(text([&] { ReadInflow(f.File("in.dat"), 4); }).find("in.dat:2: expected the time 0.133333"),
-              std::string::npos);
+    EXPECT_TRUE(fails([&] { ReadInflow(f.File("in.dat"), 4); }, "in.dat:2: expected the time 0.133333"));
     f.Write("g.In", "title\r\ndam_mile -15.62\r\ndischarges 1000 2000\r\nstation 0 0.001 500 400 100 110\r\n");
-    EXPECT_NE(text([&] { ReadGeometry(f.File("g.In")); }).find("g.In:4: expected areas rising"), std::string::npos);
+    EXPECT_TRUE(fails([&] { ReadGeometry(f.File("g.In")); }, "g.In:4: expected areas rising"));
     f.Write("c.in", "usflowON inflowON.dat 7 40 caddqd.In 1\r\n1.0\r\n");
-    EXPECT_NE(text([&] { ReadRoutingControl(f.File("c.in")); }).find("divides the hour"), std::string::npos);
+    EXPECT_TRUE(fails([&] { ReadRoutingControl(f.File("c.in")); }, "divides the hour"));
 }
