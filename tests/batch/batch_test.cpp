@@ -41,9 +41,7 @@ TEST(BatchRunner, RunsDumpsAndWritesTheLongForm) {
 
 TEST(BatchRunner, ExitStatusTellsUsageFromFaults) {
     TestFolder f;
-    EXPECT_EQ(runBatch("--years", f), 2);
-    EXPECT_EQ(runBatch("--bogus", f), 2);
-    EXPECT_EQ(runBatch("--years ten", f), 2);
+    for (const char* usage : {"--years", "--bogus", "--years ten"}) EXPECT_EQ(runBatch(usage, f), 2) << usage;
     EXPECT_EQ(runBatch("--help", f), 0);
     EXPECT_NE(f.Read("stdout.txt").find("--reach-breaks"), std::string::npos);
     EXPECT_EQ(runBatch("--folder " + f.File("nowhere"), f), 1);
