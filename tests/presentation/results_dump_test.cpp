@@ -10,20 +10,27 @@ using namespace osm;
 
 namespace {
 
-void chooseOnly(Model& m, int row, int reach) {
+// Ends the run at the yield after month 15.
+struct StopAfter15 : RunObserver {
+    Model& m;
+    explicit StopAfter15(Model& mm) : m(mm) {}
+    void Yield() override {
+        if (m.main.CumMonth == 15) m.main.StopRun = true;
+    }
+};
+
+void choose(Model& m, std::initializer_list<int> rows, int reach) {
     m.graphs.DumpVar.fill(false);
     m.graphs.DumpReach.fill(false);
-    m.graphs.DumpVar(row) = true;
+    for (int r : rows) m.graphs.DumpVar(r) = true;
     m.graphs.DumpReach(reach) = true;
 }
 
 std::vector<std::string> lines(const std::string& text) {
     std::vector<std::string> out;
-    size_t start = 0;
-    while (start < text.size()) {
-        const size_t end = text.find("\r\n", start);
+    for (size_t start = 0, end; start < text.size(); start = end + 2) {
+        end = text.find("\r\n", start);
         out.push_back(text.substr(start, end - start));
-        start = end + 2;
     }
     return out;
 }
@@ -32,7 +39,7 @@ std::vector<std::string> lines(const std::string& text) {
 
 TEST(ResultsDump, BeforeAnyRunOnlyTheHeadings) {
     auto s = test::StartSmallModel(true);
-    chooseOnly(s->m, 0, 3);
+    choose(s->m, {0}, 3);
     DumpResults(s->m, s->folder.File("a.out"));
     EXPECT_EQ(s->folder.Read("a.out"), "\"Yr\",\"Month\",\"CumMonth\",\"2 - Flow Min\"\r\n");
 }
@@ -40,22 +47,12 @@ TEST(ResultsDump, BeforeAnyRunOnlyTheHeadings) {
 TEST(ResultsDump, AStoppedRunGivesItsMonthsAndYearlyValuesOnlyInDecember) {
     auto s = test::StartSmallModel(true);
     Model& m = s->m;
-    class StopAfter : public RunObserver {
-    public:
-        explicit StopAfter(Model& mm) : m_(mm) {}
-        void Yield() override { if (m_.main.CumMonth == 15) m_.main.StopRun = true; }
-    private:
-        Model& m_;
-    } obs(m);
+    StopAfter15 obs(m);
     StartRun(m, obs, 60, 5);
     // Row of variable 12 (power value): after the sets of variables 1..11.
     int row = 0;
     for (int v = 1; v < 12; ++v) row += m.graphs.VarSets(v);
-    m.graphs.DumpVar.fill(false);
-    m.graphs.DumpReach.fill(false);
-    m.graphs.DumpVar(0) = true;
-    m.graphs.DumpVar(row) = true;
-    m.graphs.DumpReach(2) = true;
+    choose(m, {0, row}, 2);
     DumpResults(m, s->folder.File("b.out"));
     const auto l = lines(s->folder.Read("b.out"));
     ASSERT_EQ(l.size(), 16u);
@@ -64,5 +61,4 @@ TEST(ResultsDump, AStoppedRunGivesItsMonthsAndYearlyValuesOnlyInDecember) {
     EXPECT_EQ(l[1], "60,1,1," + flow(1) + ",\".\"");
     EXPECT_EQ(l[12], "60,12,12," + flow(12) + "," + NumText(m.main.Results(0, 12, 1, 2, 12)));
     EXPECT_EQ(l[15], "61,3,15," + flow(15) + ",\".\"");
-    EXPECT_GT(m.main.Results(0, 1, 1, 2, 1), 1.0f);
 }
