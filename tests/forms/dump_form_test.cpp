@@ -1,11 +1,9 @@
-// The results dump form: its grids, the toggling of chosen rows, the refusal of
-// an empty choice, and the dump written for the choice.
-#include <QLabel>
+// The results dump form: toggling rows, refusing an empty choice, and writing
+// the chosen columns.
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTest>
 
-#include <fstream>
 #include <sstream>
 
 #include "core/model.h"
@@ -21,23 +19,24 @@ namespace {
 
 using osm::DumpForm;
 
-// Answers the save dialog with a fixed name and remembers what it was asked.
+// Answers the save dialog with a fixed name.
 class FixedDialogs : public osm::FileDialogs {
 public:
-    QString answer, title, ext, start;
+    QString answer, ext, start;
     int asked = 0;
-    QString Save(QWidget*, const QString& t, const QString& e, const QString& s) override {
+    QString Save(QWidget*, const QString&, const QString& e, const QString& s) override {
         ++asked;
-        title = t, ext = e, start = s;
+        ext = e, start = s;
         return answer;
     }
 };
 
 QString mark(const QTableWidget* grid, int row) { return grid->item(row, 1)->text(); }
 
-void selectRows(QTableWidget* grid, int first, int last) {
+void toggleRows(QTableWidget* grid, int first, int last) {
     grid->clearSelection();
     grid->setRangeSelected(QTableWidgetSelectionRange(first, 0, last, 1), true);
+    DumpForm::ToggleSelected(grid);
 }
 
 class DumpFormTest : public QObject {
@@ -48,10 +47,6 @@ class DumpFormTest : public QObject {
     FixedDialogs dialogs;
 
     osm::Model& m() { return s->m; }
-    void chooseNothing() {
-        m().graphs.DumpVar.fill(false);
-        m().graphs.DumpReach.fill(false);
-    }
 
 private slots:
     void init() {
@@ -59,58 +54,36 @@ private slots:
         messages.seen.clear();
         m().messages = &messages;
         dialogs = FixedDialogs{};
+        m().graphs.DumpVar.fill(false);
+        m().graphs.DumpReach.fill(false);
     }
     void cleanup() { s.reset(); }
 
-    void gridsShowTheTableAndTheChoiceInForce() {
-        chooseNothing();
-        m().graphs.DumpVar(1) = true;
+    void gridsShowTheChoiceAndCancelKeepsIt() {
+        m().graphs.DumpVar(2) = true;
         m().graphs.DumpReach(m().main.FirstReach + 1) = true;
         DumpForm f(m(), dialogs);
-        QCOMPARE(f.windowTitle(), QStringLiteral("Save Results to ASCII File"));
-        QCOMPARE(f.g->rowCount(), osm::GraphRowCount(m().graphs));
-        QCOMPARE(f.g->horizontalHeaderItem(0)->text(), QStringLiteral("Variable"));
-        QCOMPARE(f.g->horizontalHeaderItem(1)->text(), QStringLiteral("X=Save"));
-        QCOMPARE(f.gR->horizontalHeaderItem(0)->text(), QStringLiteral("Reach"));
         QCOMPARE(f.g->item(0, 0)->text(), QString::fromStdString(osm::GraphRowLabel(m().graphs, 1, 1)));
-        QCOMPARE(mark(f.g, 0), QString());
-        QCOMPARE(mark(f.g, 1), QStringLiteral("X"));
-        QCOMPARE(f.gR->rowCount(), m().main.LastReach - m().main.FirstReach + 1);
         QCOMPARE(f.gR->item(1, 0)->text(),
                  QStringLiteral("2 - ") + QString::fromStdString(m().main.ReachLabel(m().main.FirstReach + 1)));
         QCOMPARE(mark(f.gR, 1), QStringLiteral("X"));
-    }
-
-    void aSelectedRangeTogglesEachRow() {
-        chooseNothing();
-        m().graphs.DumpVar(2) = true;
-        DumpForm f(m(), dialogs);
-        selectRows(f.g, 1, 3);
-        DumpForm::ToggleSelected(f.g);
-        QCOMPARE(mark(f.g, 0), QString());
-        QCOMPARE(mark(f.g, 1), QStringLiteral("X"));
-        QCOMPARE(mark(f.g, 2), QString());  // was on, toggled off
-        QCOMPARE(mark(f.g, 3), QStringLiteral("X"));
+        toggleRows(f.g, 1, 3);
+        QCOMPARE(QStringList({mark(f.g, 0), mark(f.g, 1), mark(f.g, 2), mark(f.g, 3)}).join('|'),
+                 QStringLiteral("|X||X"));  // row 2 was on
         QVERIFY(f.g->selectionModel()->selectedRows().isEmpty());
-        // The grids are copied into the model only on OK.
-        QVERIFY(m().graphs.DumpVar(2));
-    }
-
-    void aMouseClickTogglesItsRow() {
-        chooseNothing();
-        DumpForm f(m(), dialogs);
+        // A mouse click toggles its row.
         f.show();
         QVERIFY(QTest::qWaitForWindowExposed(&f));
-        const QRect cell = f.gR->visualItemRect(f.gR->item(0, 0));
-        QTest::mouseClick(f.gR->viewport(), Qt::LeftButton, {}, cell.center());
+        QTest::mouseClick(f.gR->viewport(), Qt::LeftButton, {}, f.gR->visualItemRect(f.gR->item(0, 0)).center());
         QCOMPARE(mark(f.gR, 0), QStringLiteral("X"));
-        QTest::mouseClick(f.gR->viewport(), Qt::LeftButton, {}, cell.center());
-        QCOMPARE(mark(f.gR, 0), QString());
+        f.cmdCancel->click();
+        QVERIFY(m().graphs.DumpVar(2));
+        QVERIFY(!m().graphs.DumpVar(1));
+        QVERIFY(!m().graphs.DumpReach(m().main.FirstReach));
     }
 
-    void okWithoutAVariableOrAReachRefusesAndStaysOpen() {
-        chooseNothing();
-        m().graphs.DumpVar(0) = true;  // a variable but no reach
+    void anEmptyChoiceOrACancelledSaveStaysOpen() {
+        m().graphs.DumpVar(0) = true;
         DumpForm f(m(), dialogs);
         f.cmdOK->click();
         QCOMPARE(messages.seen.size(), size_t{1});
@@ -118,33 +91,23 @@ private slots:
                  std::string("No variables or reaches selected. Select variables/reaches and click on OK or click "
                              "on Cancel button to Exit."));
         QCOMPARE(dialogs.asked, 0);
+        toggleRows(f.gR, 0, 0);
+        f.cmdOK->click();
+        QCOMPARE(dialogs.asked, 1);
+        QCOMPARE(messages.seen.size(), size_t{1});
         QCOMPARE(f.result(), int(QDialog::Rejected));
-        QVERIFY(m().graphs.DumpVar(0));
     }
 
-    void cancelChangesNothing() {
-        chooseNothing();
-        DumpForm f(m(), dialogs);
-        selectRows(f.g, 0, 0);
-        DumpForm::ToggleSelected(f.g);
-        f.cmdCancel->click();
-        QVERIFY(!m().graphs.DumpVar(0));
-    }
-
-    void okAsksForAFileAndWritesTheChosenColumns() {
+    void okWritesTheChosenColumns() {
         osm::RunObserver quiet;
         osm::StartRun(m(), quiet, 48, 1);
         messages.seen.clear();
-        chooseNothing();
         DumpForm f(m(), dialogs);
-        selectRows(f.g, 0, 0);
-        DumpForm::ToggleSelected(f.g);
-        selectRows(f.gR, 1, 1);
-        DumpForm::ToggleSelected(f.gR);
+        toggleRows(f.g, 0, 0);
+        toggleRows(f.gR, 1, 1);
         dialogs.answer = QString::fromStdString(s->folder.File("chosen.out"));
         f.cmdOK->click();
         QVERIFY2(messages.seen.empty(), messages.seen.empty() ? "" : messages.seen[0].text.c_str());
-        QCOMPARE(dialogs.title, QStringLiteral("Save Results to File"));
         QCOMPARE(dialogs.ext, QStringLiteral("out"));
         QVERIFY(dialogs.start.endsWith(QStringLiteral("default.out")));
         QCOMPARE(f.result(), int(QDialog::Accepted));
@@ -152,22 +115,11 @@ private slots:
         QVERIFY(m().graphs.DumpReach(m().main.FirstReach + 1));
         std::istringstream text(s->folder.Read("chosen.out"));
         std::string line;
-        int records = 0;
         std::getline(text, line);
         QCOMPARE(line, "\"Yr\",\"Month\",\"CumMonth\",\"2 - " + osm::GraphRowLabel(m().graphs, 1, 1) + "\"\r");
+        int records = 0;
         while (std::getline(text, line)) ++records;
         QCOMPARE(records, 12);
-    }
-
-    void aCancelledSaveWritesNothingAndStaysOpen() {
-        chooseNothing();
-        m().graphs.DumpVar(0) = true;
-        m().graphs.DumpReach(m().main.FirstReach) = true;
-        DumpForm f(m(), dialogs);
-        f.cmdOK->click();
-        QCOMPARE(dialogs.asked, 1);
-        QCOMPARE(f.result(), int(QDialog::Rejected));
-        QVERIFY(messages.seen.empty());
     }
 };
 

@@ -1,8 +1,7 @@
 // The time-series graphs and the profiles on a physical-only run of the small
-// river: points arrive on the charts and on screen, the overlay doubles the
-// curves, a double-click shows the key, and a chart saves itself as pictures.
+// river: points on the charts and on screen, the overlay, the year labels, the
+// key on a double-click, and a chart saved as pictures.
 #include <QFile>
-#include <QLabel>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QtCharts/QCategoryAxis>
@@ -35,6 +34,19 @@ private:
     osm::ProfilesForm& p_;
 };
 
+// Both views set up on the model, laid out in 900 x 600.
+struct Views {
+    osm::GraphsForm graphs;
+    osm::ProfilesForm profiles;
+    ViewsObserver obs{graphs, profiles};
+    explicit Views(osm::Model& m) : graphs(m), profiles(m) {
+        graphs.resize(900, 600);
+        profiles.resize(900, 600);
+        graphs.SetupGraphs();
+        profiles.SetupProfiles();
+    }
+};
+
 class GraphsFormTest : public QObject {
     Q_OBJECT
 private:
@@ -48,172 +60,95 @@ private slots:
     }
     void cleanup() { s_.reset(); }
 
-    void aRunFeedsGraphsAndProfiles() {
+    void aRunFeedsTheChartsWhichDrawOnlyWhenShown() {
         osm::Model& m = s_->m;
-        osm::GraphsForm graphs(m);
-        osm::ProfilesForm profiles(m);
-        graphs.resize(900, 600);
-        profiles.resize(900, 600);
-        graphs.SetupGraphs();
-        profiles.SetupProfiles();
-        ViewsObserver obs(graphs, profiles);
-        osm::StartRun(m, obs, 48, 2);
-        // Flow (variable 1, two sets, monthly) on chart 1: 24 months, no turnover
-        // in a 10-year window.
-        QCOMPARE(m.graphs.GraphSlot(1), int16_t{1});
-        QCOMPARE(graphs.PointCount(1, 0), 24);
-        QCOMPARE(graphs.PointCount(1, 1), 24);
-        QCOMPARE(graphs.PointCount(1, 2), 0);
-        // A profile holds the last repaint: every reach's block and its zero.
-        const int perCurve = profiles.PointCount(1, 0);
+        Views v(m);
+        osm::StartRun(m, v.obs, 48, 2);
+        QCOMPARE(v.graphs.PointCount(1, 1), 24);
+        QCOMPARE(v.graphs.PointCount(1, 2), 0);
+        const int perCurve = v.profiles.PointCount(1, 0);
         QVERIFY(perCurve > 2);
-        graphs.RefreshCharts();
-        profiles.RefreshCharts();
-        QCOMPARE(graphs.ChartView(1)->SeriesPointCount(0), 24);
-        QCOMPARE(profiles.ChartView(1)->SeriesPointCount(0), perCurve);
-        // Empty slots stay hidden; filled ones are laid out inside the form.
-        QVERIFY(graphs.ChartView(1)->geometry().width() > 0);
-        QVERIFY(graphs.rect().contains(graphs.ChartView(6)->geometry()));
-    }
-
-    void chartsAreDrawnOnTheRedrawTickAndOnlyWhenShown() {
-        osm::Model& m = s_->m;
-        osm::GraphsForm graphs(m);
-        osm::ProfilesForm profiles(m);
-        graphs.resize(900, 600);
-        graphs.SetupGraphs();
-        profiles.SetupProfiles();
-        ViewsObserver obs(graphs, profiles);
-        osm::StartRun(m, obs, 48, 1);
-        QTest::qWait(100);
-        QCOMPARE(graphs.ChartView(1)->SeriesPointCount(0), 0);  // hidden: nothing drawn yet
-        graphs.show();
-        QCOMPARE(graphs.ChartView(1)->SeriesPointCount(0), 12);
-        osm::StartRun(m, obs, 48, 2);
-        QTRY_COMPARE(graphs.ChartView(1)->SeriesPointCount(0), 24);
+        QCoreApplication::processEvents();
+        QCOMPARE(v.graphs.ChartView(1)->SeriesPointCount(0), 0);  // hidden: nothing drawn
+        v.graphs.show();
+        QCOMPARE(v.graphs.ChartView(1)->SeriesPointCount(0), 24);
+        v.profiles.RefreshCharts();
+        QCOMPARE(v.profiles.ChartView(1)->SeriesPointCount(0), perCurve);
+        QVERIFY(v.graphs.rect().contains(v.graphs.ChartView(6)->geometry()));
     }
 
     void anOverlaidRunAddsASecondSetOfCurves() {
         osm::Model& m = s_->m;
-        osm::GraphsForm graphs(m);
-        osm::ProfilesForm profiles(m);
-        graphs.SetupGraphs();
-        profiles.SetupProfiles();
-        ViewsObserver obs(graphs, profiles);
-        osm::StartRun(m, obs, 48, 1);
-        QCOMPARE(graphs.State(1).CurveCount(), 2);
+        Views v(m);
+        osm::StartRun(m, v.obs, 48, 1);
+        QCOMPARE(v.graphs.State(1).CurveCount(), 2);
         m.main.Overlay = true;
-        osm::StartRun(m, obs, 48, 1);
-        QCOMPARE(m.main.NRuns, int16_t{1});
-        QCOMPARE(graphs.State(1).CurveCount(), 4);
-        QCOMPARE(graphs.PointCount(1, 3), 12);
-        QCOMPARE(graphs.State(1).formats[2].style, int16_t{2});
-        QCOMPARE(profiles.State(1).CurveCount(), 4);
-        QCOMPARE(profiles.PointCount(1, 3), profiles.PointCount(1, 0));
-        graphs.RefreshCharts();
-        QCOMPARE(graphs.ChartView(1)->SeriesCount(), 4);
-    }
-
-    void replotAfterAChangeOfReach() {
-        osm::Model& m = s_->m;
-        osm::GraphsForm graphs(m);
-        osm::ProfilesForm profiles(m);
-        graphs.SetupGraphs();
-        profiles.SetupProfiles();
-        ViewsObserver obs(graphs, profiles);
-        osm::StartRun(m, obs, 48, 1);
-        m.main.IndexReach = m.main.LastReach;
-        graphs.ReplotGraphs();
-        QCOMPARE(graphs.PointCount(1, 0), 12);
-        QCOMPARE(graphs.State(1).curves[0][11], m.main.Results(0, 1, 1, m.main.LastReach, 12));
+        osm::StartRun(m, v.obs, 48, 1);
+        QCOMPARE(v.graphs.PointCount(1, 3), 12);
+        QCOMPARE(v.graphs.State(1).formats[2].style, int16_t{2});
+        QCOMPARE(v.profiles.PointCount(1, 3), v.profiles.PointCount(1, 0));
+        v.graphs.RefreshCharts();
+        QCOMPARE(v.graphs.ChartView(1)->SeriesCount(), 4);
     }
 
     void aNewRunLabelsItsOwnWindow() {
-        // A run that turned its window leaves the calendar past it; the next run
-        // starts its axis at its own first year all the same.
+        // A run that turned its window leaves the calendar past it.
         osm::Model& m = s_->m;
         m.graphs.TimeWindow = 2;
-        osm::GraphsForm graphs(m);
-        osm::ProfilesForm profiles(m);
-        graphs.SetupGraphs();
-        profiles.SetupProfiles();
-        ViewsObserver obs(graphs, profiles);
-        osm::StartRun(m, obs, 48, 5);
-        QCOMPARE(graphs.State(1).axisLabels.front(), std::string("52"));
-        osm::StartRun(m, obs, 60, 1);
-        QCOMPARE(graphs.State(1).axisLabels.front(), std::string("60"));
-        QCOMPARE(graphs.State(1).axisLabels.back(), std::string("62"));
-        QCOMPARE(graphs.PointCount(1, 0), 12);
+        Views v(m);
+        osm::StartRun(m, v.obs, 48, 5);
+        QCOMPARE(v.graphs.State(1).axisLabels.front(), std::string("52"));
+        osm::StartRun(m, v.obs, 60, 1);
+        QCOMPARE(v.graphs.State(1).axisLabels.front(), std::string("60"));
+        QCOMPARE(v.graphs.PointCount(1, 0), 12);
     }
 
     void repeatedYearLabelsAllStandUnderTheirTicks() {
-        // Two centuries across: after the fold at 100 the labels repeat, and the
-        // axis still shows one under each tick.
-        osm::Model& m = s_->m;
-        m.graphs.TimeWindow = 200;
-        osm::GraphsForm graphs(m);
-        graphs.resize(900, 600);
+        // Over two centuries the labels repeat after the fold at 100.
+        s_->m.graphs.TimeWindow = 200;
+        osm::GraphsForm graphs(s_->m);
         graphs.SetupGraphs();
         graphs.RefreshCharts();
-        const auto& labels = graphs.State(1).axisLabels;
-        QCOMPARE(labels.size(), size_t{11});
-        QCOMPARE(labels[0], std::string("48"));
-        QCOMPARE(labels[5], std::string("48"));
         auto* axis = qobject_cast<QCategoryAxis*>(graphs.ChartView(1)->chart()->axes(Qt::Horizontal).value(0));
         QVERIFY(axis);
         QCOMPARE(axis->count(), 11);
+        QCOMPARE(axis->categoriesLabels().at(0).trimmed(), QStringLiteral("48"));
         QCOMPARE(axis->categoriesLabels().at(5).trimmed(), QStringLiteral("48"));
         QCOMPARE(axis->endValue(axis->categoriesLabels().at(10)), 2400.0);
     }
 
     void doubleClickShowsTheKey() {
         osm::Model& m = s_->m;
-        osm::GraphsForm graphs(m);
-        graphs.resize(900, 600);
-        graphs.SetupGraphs();
-        graphs.show();
-        QTest::mouseDClick(graphs.ChartView(1)->viewport(), Qt::LeftButton);
-        QCOMPARE(m.graphs.ClickedGraph, int16_t{1});
+        Views v(m);
+        v.graphs.show();
+        QTest::mouseDClick(v.graphs.ChartView(1)->viewport(), Qt::LeftButton);
         QCOMPARE(QString::fromStdString(m.graphs.ClickedKind), QStringLiteral("time_series"));
-        auto* key = graphs.findChild<osm::GraphLegendForm*>();
+        auto* key = v.graphs.findChild<osm::GraphLegendForm*>();
         QVERIFY(key);
-        QCOMPARE(key->Variable(), 1);
-        QCOMPARE(key->LabelCount(), int(m.graphs.VarSets(1)));
         QCOMPARE(key->LabelText(1), QString::fromStdString(m.graphs.VarLabel(1, 1)));
-
-        osm::ProfilesForm profiles(m);
-        profiles.resize(900, 600);
-        profiles.SetupProfiles();
-        profiles.show();
-        QTest::mouseDClick(profiles.ChartView(2)->viewport(), Qt::LeftButton);
+        v.profiles.show();
+        QTest::mouseDClick(v.profiles.ChartView(2)->viewport(), Qt::LeftButton);
         QCOMPARE(QString::fromStdString(m.graphs.ClickedKind), QStringLiteral("ds_profile"));
-        auto* pkey = profiles.findChild<osm::GraphLegendForm*>();
+        auto* pkey = v.profiles.findChild<osm::GraphLegendForm*>();
         QVERIFY(pkey);
         QCOMPARE(pkey->Variable(), int(m.graphs.ProfSlot(2)));
     }
 
-    void aChartSavesAsPngAndSvg() {
-        osm::Model& m = s_->m;
-        osm::GraphsForm graphs(m);
-        graphs.resize(900, 600);
+    void aChartSavesByTheNamesEnding() {
+        osm::GraphsForm graphs(s_->m);
         graphs.SetupGraphs();
         graphs.RefreshCharts();
+        osm::ChartBox* chart = graphs.ChartView(1);
         QTemporaryDir dir;
-        const QString png = dir.filePath("chart.png"), svg = dir.filePath("chart.svg");
-        QVERIFY(graphs.ChartView(1)->SavePng(png));
-        QVERIFY(graphs.ChartView(1)->SaveSvg(svg));
-        QFile p(png), s(svg);
-        QVERIFY(p.open(QIODevice::ReadOnly));
-        QCOMPARE(p.read(8), QByteArray("\x89PNG\r\n\x1a\n"));
-        QVERIFY(s.open(QIODevice::ReadOnly));
-        QVERIFY(s.readAll().contains("<svg"));
-        QVERIFY(!graphs.ChartView(1)->SavePng(dir.filePath("no/such/folder/chart.png")));
-        // The context menu's save goes by the name's ending.
-        QVERIFY(graphs.ChartView(1)->SaveAs(dir.filePath("upper.SVG")));
-        QFile upper(dir.filePath("upper.SVG"));
-        QVERIFY(upper.open(QIODevice::ReadOnly));
-        QVERIFY(upper.readAll().contains("<svg"));
-        QVERIFY(!graphs.ChartView(1)->SaveAs(dir.filePath("chart.bmp")));
+        QVERIFY(chart->SaveAs(dir.filePath("chart.png")));
+        QVERIFY(chart->SaveAs(dir.filePath("upper.SVG")));
+        QFile png(dir.filePath("chart.png")), svg(dir.filePath("upper.SVG"));
+        QVERIFY(png.open(QIODevice::ReadOnly));
+        QCOMPARE(png.read(8), QByteArray("\x89PNG\r\n\x1a\n"));
+        QVERIFY(svg.open(QIODevice::ReadOnly));
+        QVERIFY(svg.readAll().contains("<svg"));
+        QVERIFY(!chart->SavePng(dir.filePath("no/such/folder/chart.png")));
+        QVERIFY(!chart->SaveAs(dir.filePath("chart.bmp")));
         QVERIFY(!QFile::exists(dir.filePath("chart.bmp")));
     }
 };
