@@ -9,6 +9,7 @@
 
 #include "core/run_driver.h"
 #include "forms/chart_export.h"
+#include "forms/forms_observer.h"
 #include "forms/graph_legend_form.h"
 #include "forms/graphs_form.h"
 #include "forms/profiles_form.h"
@@ -18,32 +19,18 @@
 
 namespace {
 
-// The views of a run, fed as the program's observer feeds them.
-class ViewsObserver : public osm::RunObserver {
-public:
-    ViewsObserver(osm::GraphsForm& g, osm::ProfilesForm& p) : g_(g), p_(p) {}
-    void ClearGraphs() override { g_.ClearGraphs(); }
-    void SetupOverlayCurves() override { g_.SetupOverlayCurves(); }
-    void ResetProfiles() override { p_.ResetProfiles(); }
-    void UpdateGraphs(int y, int mo) override { g_.UpdateGraphs(y, mo); }
-    void UpdateProfiles(int y, int mo) override { p_.UpdateProfiles(y, mo); }
-    void Yield() override { QCoreApplication::processEvents(); }
-
-private:
-    osm::GraphsForm& g_;
-    osm::ProfilesForm& p_;
-};
-
-// Both views set up on the model, laid out in 900 x 600.
+// Both views set up on the model, laid out in 900 x 600, and the program's
+// observer feeding them.
 struct Views {
     osm::GraphsForm graphs;
     osm::ProfilesForm profiles;
-    ViewsObserver obs{graphs, profiles};
+    osm::FormsRunObserver obs;
     explicit Views(osm::Model& m) : graphs(m), profiles(m) {
         graphs.resize(900, 600);
         profiles.resize(900, 600);
         graphs.SetupGraphs();
         profiles.SetupProfiles();
+        obs.SetViews(&graphs, true, &profiles, true);
     }
 };
 
