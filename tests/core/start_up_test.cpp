@@ -20,22 +20,6 @@ StartOptions options(const TestFolder& f, bool phys) { return StartOptions{f.pat
 
 }  // namespace
 
-TEST(StartUp, LoadsTheSmallRiverInBothModes) {
-    for (bool phys : {true, false}) {
-        TestFolder f;
-        test::WriteSmallRiver(f);
-        Model m;
-        StartUp(m, options(f, phys));
-        EXPECT_EQ(m.main.PhysOnly, phys);
-        EXPECT_EQ(m.main.DaysInMonth(2), 29.0f);
-        EXPECT_EQ(m.physical.DiurnalName(2), "steady");
-        EXPECT_EQ(m.graphs.NVars, 28);
-        EXPECT_EQ(m.main.IndexQ(2), 20000.0f);
-        EXPECT_TRUE(m.graphs.StartupFinished);
-        EXPECT_EQ(StartMessage(f.path()), "A small test river.Two lines.");
-    }
-}
-
 TEST(StartUp, PhysicalModeNeverNeedsTheBiologicalFiles) {
     TestFolder f;
     test::WriteSmallRiver(f);
@@ -57,35 +41,26 @@ TEST(StartUp, AMissingRequiredFileIsNamed) {
     }
 }
 
-TEST(StartUp, ReplacedDefaultFilesAndTooManyScenarios) {
+TEST(StartUp, ReachFilesReplacedAtStartOrLaterAndRefusedBeyondTheStore) {
     TestFolder f;
     test::WriteSmallRiver(f);
     const std::string other = f.Write("other/Other.csv", otherReaches);
     Model m;
     StartUp(m, StartOptions{f.path(), true, {{"reach-breaks", other}}});
     EXPECT_EQ(m.main.ReachLabel(3), "C");
-    EXPECT_EQ(m.main.ReachFile, other);
-
-    f.Write("diurnal_scenarios.txt", "a b c d e f g h i j k\r\n");
-    Model n;
-    EXPECT_THROW(StartUp(n, options(f, true)), FileFault);
-}
-
-TEST(StartUp, NewReachBreaksReloadsAndRefusesMoreReachesThanTheStore) {
-    TestFolder f;
-    test::WriteSmallRiver(f);
-    Model m;
-    StartUp(m, options(f, true));
+    EXPECT_EQ(m.physical.DiurnalName(2), "steady");
+    EXPECT_EQ(StartMessage(f.path()), "A small test river.Two lines.");
     m.main.Results(0, 1, 1, 3, 1) = 5.0f;
-    const std::string other = f.Write("Other.csv", otherReaches);
-    NewReachBreaks(m, other);
-    EXPECT_EQ(m.main.ReachLabel(2), "B");
+    NewReachBreaks(m, f.File("Reaches.csv"));
+    EXPECT_EQ(m.main.ReachLabel(3), "Lower gorge");
     EXPECT_EQ(m.main.Results(0, 1, 1, 3, 1), 5.0f);  // the store keeps its contents
     const std::string four = f.Write("Four.csv",
         "\"Four\",4,2,4\r\n\"a\",\"b\",\"c\",\"d\"\r\n1,\"A\",0,1\r\n2,\"B\",1,2\r\n3,\"C\",2,3\r\n4,\"D\",3,4\r\n");
     EXPECT_THROW(NewReachBreaks(m, four), Fault);
     EXPECT_EQ(m.main.NReaches, 3);
-    EXPECT_EQ(m.main.ReachLabel(2), "B");
     NewReachBreaks(m, "");  // an empty name keeps the file
-    EXPECT_EQ(m.main.ReachFile, other);
+    EXPECT_EQ(m.main.ReachFile, f.File("Reaches.csv"));
+    f.Write("diurnal_scenarios.txt", "a b c d e f g h i j k\r\n");
+    Model n;
+    EXPECT_THROW(StartUp(n, options(f, true)), FileFault);
 }

@@ -1,7 +1,6 @@
 #pragma once
 // A message sink that keeps every model message, for tests to inspect.
 #include <vector>
-
 #include "core/messages.h"
 
 namespace osm::test {

@@ -1,7 +1,6 @@
 #pragma once
 // Checking what a fault says.
 #include <gtest/gtest.h>
-
 #include <initializer_list>
 #include <string>
 

@@ -12,9 +12,6 @@ struct SmallModel {
     Model m;
 };
 
-// Writes the small river and starts the model on it. Until the flow engine
-// fills them, the sediment concentrations are set so that every stored value is
-// a number.
 std::unique_ptr<SmallModel> StartSmallModel(bool physOnly);
 
 }  // namespace osm::test

@@ -22,9 +22,8 @@ namespace fs = std::filesystem;
 
 TestFolder::TestFolder() {
     static std::atomic<int> counter{0};
-    path_ = (fs::temp_directory_path() /
-             ("osm_test_" + std::to_string(getpid()) + "_" + std::to_string(counter++)))
-                .string();
+    const std::string name = "osm_test_" + std::to_string(getpid()) + "_" + std::to_string(counter++);
+    path_ = (fs::temp_directory_path() / name).string();
     fs::remove_all(path_);
     fs::create_directories(path_);
 }
@@ -54,57 +53,29 @@ std::string TestFolder::ReadFile(const std::string& path) {
 
 namespace {
 
-struct Var {
-    const char* code;
-    std::vector<const char*> labels;  // first the title, then the set labels
-    int mapId;
-};
-
-// The stored variables in their fixed order, for a river with one species.
-const std::vector<Var>& smallRiverVars() {
-    static const std::vector<Var> vars = {
-        {"M", {"Flow", "Min", "Max"}, 1},
-        {"M", {"Stage", "Min", "Max"}, 2},
-        {"M", {"Suspended sediment", "Model", "obs"}, 3},
-        {"M", {"Percent fines"}, 4},
-        {"M", {"Tributary sediment"}, 5},
-        {"M", {"Eddy storage", "Band 1", "Band 2", "Band 3", "Band 4"}, 6},
-        {"M", {"Margin storage", "Band 1", "Band 2", "Band 3", "Band 4"}, 7},
-        {"M", {"Pool storage"}, 8},
-        {"M", {"Sand balance"}, 9},
-        {"Y", {"Campsites", "All", "Large", "Medium", "Small"}, 10},
-        {"M", {"Camp use", "Large", "Medium", "Small"}, 11},
-        {"Y", {"Power value"}, 12},
-        {"M", {"Temperature", "Model", "Obs"}, 13},
-        {"M", {"Oxygen", "Model", "obs"}, 14},
-        {"M", {"Secchi", "Model", "obs"}, 15},
-        {"M", {"Algae", "Model", "obs"}, 16},
-        {"M", {"Algae total", "Model", "obs"}, 17},
-        {"M", {"Algae classes", "1", "2", "3", "4", "5"}, 18},
-        {"M", {"Detritus", "In", "Standing", "obs"}, 19},
-        {"M", {"Inverts", "Model", "obs"}, 20},
-        {"Y", {"Litter"}, 21},
-        {"Y", {"Vegetation", "1", "2", "3"}, 22},
-        {"Y", {"Catch", "Model", "obs"}, 23},
-        {"Y", {"CPUE", "Model", "obs"}, 24},
-        {"Y", {"Angler days", "Model", "obs"}, 25},
-        {"Y", {"Angling value"}, 26},
-        {"Y", {"Chub", "Model", "obs"}, 27},
-        {"M", {"Aquatic insects", "Model", "obs"}, 28},
-    };
-    return vars;
-}
+// The stored variables in their fixed order, for a river with one species: the
+// period code, the title, then the set labels.
+const char* const kVars[] = {
+    "M|Flow|Min|Max", "M|Stage|Min|Max", "M|Suspended sediment|Model|obs", "M|Percent fines",
+    "M|Tributary sediment", "M|Eddy storage|Band 1|Band 2|Band 3|Band 4",
+    "M|Margin storage|Band 1|Band 2|Band 3|Band 4", "M|Pool storage", "M|Sand balance",
+    "Y|Campsites|All|Large|Medium|Small", "M|Camp use|Large|Medium|Small", "Y|Power value",
+    "M|Temperature|Model|Obs", "M|Oxygen|Model|obs", "M|Secchi|Model|obs", "M|Algae|Model|obs",
+    "M|Algae total|Model|obs", "M|Algae classes|1|2|3|4|5", "M|Detritus|In|Standing|obs", "M|Inverts|Model|obs",
+    "Y|Litter", "Y|Vegetation|1|2|3", "Y|Catch|Model|obs", "Y|CPUE|Model|obs", "Y|Angler days|Model|obs",
+    "Y|Angling value", "Y|Chub|Model|obs", "M|Aquatic insects|Model|obs"};
 
 std::string graphleg() {
     std::string s = "Stored variables of the test river\r\nline 2\r\nline 3\r\nline 4\r\n";
-    const auto& vars = smallRiverVars();
-    s += std::to_string(vars.size()) + " 5\r\n";
-    for (size_t i = 0; i < vars.size(); ++i) {
-        const Var& v = vars[i];
-        const size_t sets = v.labels.size() == 1 ? 1 : v.labels.size() - 1;
-        s += std::to_string(i + 1) + " \"" + v.code + "\" " + std::to_string(sets) + " \"" + v.labels[0] + "\"";
-        for (size_t k = 1; k < v.labels.size(); ++k) s += std::string(" \"") + v.labels[k] + "\"";
-        s += " 0 1 " + std::to_string(v.mapId) + "\r\n";
+    s += std::to_string(std::size(kVars)) + " 5\r\n";
+    for (size_t i = 0; i < std::size(kVars); ++i) {
+        std::vector<std::string> p;
+        std::stringstream in(kVars[i]);
+        for (std::string part; std::getline(in, part, '|');) p.push_back("\"" + part + "\"");
+        const size_t sets = p.size() == 2 ? 1 : p.size() - 2;
+        s += std::to_string(i + 1) + " " + p[0] + " " + std::to_string(sets);
+        for (size_t k = 1; k < p.size(); ++k) s += " " + p[k];
+        s += " 0 1 " + std::to_string(i + 1) + "\r\n";
     }
     return s;
 }
@@ -177,19 +148,16 @@ void writeScenarios(const TestFolder& f) {
     WriteSts(m, f.File("noaction.sts"));
     WriteSts(m, f.File("steady.sts"));
     // A dam release carrying a little sediment, mostly fines.
-    m.sediment.OSDSSConc = 10;
-    m.sediment.PostOSDPropSand = 0.5f;
     Sediment& sd = m.sediment;
+    sd.OSDSSConc = 10;
+    sd.PostOSDPropSand = 0.5f;
     sd.FullAdjustErode = true;
     sd.AngleOfRepose = 32;
     sd.AvgCMLengthInMiles = 0.1f;
     sd.ErodeRate = 0.01f;
     sd.WindErodeRate = 0.002f;
     const float dest[] = {0.1f, 0.05f, 0.3f};
-    for (int z = 1; z <= 3; ++z) {
-        sd.SandDest(z) = dest[z - 1];
-        sd.IniPropSliceFull(z) = 0.5f;
-    }
+    for (int z = 1; z <= 3; ++z) sd.SandDest(z) = dest[z - 1], sd.IniPropSliceFull(z) = 0.5f;
     sd.RelStoreHalfSat = 15000;
     sd.RelStoreSlope = 2;
     sd.BedThickMax = 2;

@@ -1,6 +1,5 @@
 #pragma once
-// Small program folders for tests: a temporary folder that is removed at the end,
-// with helpers to write files into it.
+// A temporary folder for tests, removed at the end.
 #include <string>
 
 namespace osm::test {
