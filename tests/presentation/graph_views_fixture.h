@@ -21,9 +21,8 @@ inline void MakeChartModel(Model& m) {
     mn.FirstReach = 2;
     mn.LastReach = 3;
     mn.ReachMile.redim(Bounds{0, 3}, Bounds{0, 1});
-    const float miles[4][2] = {{0, 0}, {0, 0.4f}, {0.4f, 6.0f}, {6.0f, 6.5f}};
-    for (int r = 1; r <= 3; ++r)
-        for (int k = 0; k <= 1; ++k) mn.ReachMile(r, k) = miles[r][k];
+    const float miles[4] = {0, 0.4f, 6.0f, 6.5f};
+    for (int r = 1; r <= 3; ++r) mn.ReachMile(r, 0) = miles[r - 1], mn.ReachMile(r, 1) = miles[r];
     mn.IndexReach = 2;
     const std::string path = f.Write("graphleg.txt",
         "a\r\nb\r\nc\r\nd\r\n3 3\r\n"
@@ -40,12 +39,8 @@ inline void MakeChartModel(Model& m) {
     for (int i = 1; i <= 4; ++i) g.VisForms(i) = 1;
     g.TimeWindow = 10;
     const int16_t graphSlots[6] = {1, 2, 0, 3, 0, 0}, profSlots[6] = {1, 0, 2, 0, 0, 0};
-    for (int i = 1; i <= 6; ++i) {
-        g.GraphSlot(i) = graphSlots[i - 1];
-        g.ProfSlot(i) = profSlots[i - 1];
-    }
-    mn.StartYr = 48;
-    mn.CurYr = 48;
+    for (int i = 1; i <= 6; ++i) g.GraphSlot(i) = graphSlots[i - 1], g.ProfSlot(i) = profSlots[i - 1];
+    mn.StartYr = mn.CurYr = 48;
     mn.NYears = 50;
 }
 
