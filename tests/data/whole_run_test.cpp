@@ -24,6 +24,8 @@ TEST(WholeRun, FiftyYearsOnTheDefaultDataMatchTheReference) {
     StartUp(m, StartOptions{OSM_SOURCE_DIR "/data", false, {}});
     RunObserver obs;
     StartRun(m, obs, 48, 50);
+    // The default data set is tuned to run without a sand balance or any other message.
+    EXPECT_TRUE(quiet.seen.empty()) << quiet.seen.front().text;
     const Main& mn = m.main;
     std::map<std::tuple<int, int, int>, double> means;  // by variable, data set and reach
     for (int v = 1; v <= m.graphs.NVars; ++v)
