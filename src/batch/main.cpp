@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <iostream>
 #include <map>
+#include <optional>
 
 #include "batch/batch_options.h"
 #include "batch/progress_bar.h"
@@ -13,6 +14,7 @@
 #include "core/run_driver.h"
 #include "hydrology/process_hydro.h"
 #include "core/start_up.h"
+#include "core/textfile.h"
 #include "presentation/graph_table.h"
 #include "presentation/results_csv.h"
 #include "presentation/results_dump.h"
@@ -128,9 +130,13 @@ int processHydro(Model& m, const batch::Options& o, batch::ProgressBar& bar, con
     return 0;
 }
 
+// The dump and the CSV of one run: both are written out before either replaces
+// its old file, so a failure leaves the old pair.
 void writeOutputs(Model& m, const batch::Options& o) {
-    if (!o.dumpFile.empty()) DumpResults(m, o.dumpFile);
-    if (!o.csvFile.empty()) WriteResultsCsv(m, o.csvFile);
+    std::optional<TextWriter> dump, csv;
+    if (!o.dumpFile.empty()) DumpResults(m, dump.emplace(o.dumpFile));
+    if (!o.csvFile.empty()) WriteResultsCsv(m, csv.emplace(o.csvFile));
+    CommitAll({dump ? &*dump : nullptr, csv ? &*csv : nullptr});
 }
 
 }  // namespace

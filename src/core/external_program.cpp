@@ -46,10 +46,13 @@ void RunProgram(const ProgramRun& run) {
                     "); build it or copy it into the hydro folder.");
     if (!fs::is_directory(run.workDir, ec)) throw Fault("The folder " + run.workDir + " of " + name + " does not exist.");
 
-    const std::string log = run.logFile.empty() ? "/dev/null" : (fs::path(run.workDir) / run.logFile).string();
+    // The spawn changes into the work folder before it opens the log: both are
+    // named absolutely, so a relative folder is not taken twice.
+    const std::string workDir = fs::absolute(run.workDir).string();
+    const std::string log = run.logFile.empty() ? "/dev/null" : (fs::path(workDir) / run.logFile).string();
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addchdir_np(&actions, run.workDir.c_str());
+    posix_spawn_file_actions_addchdir_np(&actions, workDir.c_str());
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
     posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, log.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
     posix_spawn_file_actions_adddup2(&actions, STDOUT_FILENO, STDERR_FILENO);

@@ -14,6 +14,13 @@ double Int(double x) { return std::floor(x); }
 
 double CInt(double x) { return std::nearbyint(x); }
 
+bool FitsSingle(double x) { return std::isfinite(x) && std::fabs(x) <= SingleMax; }
+
+std::string Excerpt(std::string_view text, size_t limit) {
+    if (text.size() <= limit) return std::string(text);
+    return std::string(text.substr(0, limit)) + "... (" + std::to_string(text.size()) + " characters)";
+}
+
 int16_t ToInt16(double x, std::string_view what) {
     const double r = CInt(x);
     if (!(r >= -32768.0 && r <= 32767.0))
@@ -194,6 +201,8 @@ std::string groupThousands(const std::string& digits) {
 }  // namespace
 
 std::string Format(double x, std::string_view maskText) {
+    // No mask has room for a value that is not a number: it shows as NumText does.
+    if (!std::isfinite(x)) return NumText(x);
     const Mask m = parseMask(maskText);
     std::string intPart, frac;
     roundDecimal(x, m.fixedDec + m.optDec, intPart, frac);

@@ -15,6 +15,10 @@ double CInt(double x);
 // whose text begins with `what`.
 int16_t ToInt16(double x, std::string_view what = "value");
 int32_t ToInt32(double x, std::string_view what = "value");
+// Largest magnitude a single holds; a number beyond it becomes infinite when stored.
+constexpr double SingleMax = 3.4028234663852886e38;
+// True when x is a finite number that a single holds without becoming infinite.
+bool FitsSingle(double x);
 // A double rounded to the single precision in which the model stores it.
 inline float Sng(double x) { return static_cast<float>(x); }
 
@@ -23,6 +27,10 @@ inline float Sng(double x) { return static_cast<float>(x); }
 double Val(std::string_view text);
 // True when the whole text (blanks around allowed) is one number in that form.
 bool IsNumber(std::string_view text);
+
+// `text` cut to at most `limit` characters for a message: a long one keeps its
+// start and says how long it was.
+std::string Excerpt(std::string_view text, size_t limit = 80);
 
 // Plain text of a number: no leading blank, "-" for negatives, up to 7
 // significant digits for a Single and 15 for a Double, trailing zeros dropped,
@@ -36,7 +44,8 @@ std::string NumTextLead(float x);
 std::string NumTextLead(double x);
 std::string NumTextLead(int x);
 
-// A number through a format mask such as "###,###,##0", "0.0", "$#,##0".
+// A number through a format mask such as "###,###,##0", "0.0", "$#,##0". An
+// infinite or NaN value gives its plain text ("INF", "-INF", "NAN").
 std::string Format(double x, std::string_view mask);
 
 }  // namespace osm

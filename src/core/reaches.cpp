@@ -38,6 +38,13 @@ void ReadReachFile(Model& m, const std::string& path) {
         row.label = in.Text("a reach label");
         row.up = in.Single("the upstream mile");
         row.down = in.Single("the downstream mile");
+        // Reaches run downstream, each below the one before: a mile in two reaches
+        // would belong to the first only.
+        if (!(row.down > row.up)) in.Fail("a downstream mile below the upstream mile " + NumText(row.up), NumText(row.down));
+        if (!rows.empty() && row.up < rows.back().down)
+            in.Fail("an upstream mile at or below the downstream mile " + NumText(rows.back().down) +
+                        " of the reach before (reaches may not overlap)",
+                    NumText(row.up));
         rows.push_back(row);
     }
     if (static_cast<int>(rows.size()) < n)

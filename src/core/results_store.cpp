@@ -16,17 +16,19 @@ void AllocateResults(Model& m) {
 
 namespace {
 
-// Writes one value of the current month, refusing what is not a finite number.
+// Writes one value of the current month, refusing what is not a finite number or
+// would not fit the single it is stored in.
 class Store {
 public:
     Store(Model& m, int iYear, int iMonth) : m_(m), iYear_(iYear), iMonth_(iMonth) {}
 
     void put(int var, int sub, int r, double value) {
-        if (!std::isfinite(value))
+        if (!FitsSingle(value))
             throw Fault("run year " + NumText(iYear_) + " (" + NumText(1900 + m_.main.CurYr) +
                         "), month " + NumText(iMonth_) + ", reach " + NumText(r) + ": variable " +
                         NumText(var) + " set " + NumText(sub) + " (" +
-                        m_.graphs.VarLabel(0, var) + ") is not a finite number");
+                        m_.graphs.VarLabel(0, var) + ") is " + NumText(value) +
+                        ", not a finite number within the range of a single");
         m_.main.Results(m_.main.NRuns, var, sub, r, m_.main.CumMonth) = Sng(value);
     }
 

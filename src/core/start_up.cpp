@@ -135,7 +135,9 @@ void BuildMonthsTable(Model& m) {
 void LoadReachData(Model& m, const std::string& reachFile) {
     const Main& mn = m.main;
     load(reachFile, [&](const std::string& p) { ReadReachFile(m, p); });
-    EnsureStageTables(m, reachFile);
+    // The cached file cannot be read when it could not be made: the cause is the fault.
+    if (const std::string why = EnsureStageTables(m, reachFile); !why.empty())
+        throw Fault("cannot make the stage tables " + QsvwFileName(reachFile) + " from sheet StarsOut$: " + why);
     ReadQsvwFile(m, reachFile);
     ReadHabFile(m, reachFile);
     RequireFile(mn.PhysicalXls);

@@ -1,6 +1,10 @@
 #include "core/textfile.h"
 
+#include <fcntl.h>
+#include <signal.h>
 #include <unistd.h>
+
+#include <cerrno>
 
 #include <atomic>
 #include <filesystem>
@@ -118,7 +122,17 @@ double TextReader::Number(std::string_view what) {
     if (tok == "#TRUE#") return -1.0;
     if (tok == "#FALSE#") return 0.0;
     if (!IsNumber(tok)) throw FileFault(path_, line, std::string(what), tok);
-    return Val(tok);
+    // Every number of the program's files is stored as a single or an integer.
+    const double x = Val(tok);
+    if (!FitsSingle(x))
+        throw FileFault(path_, line, std::string(what) + " (a number within the range of a single, about 3.4E+38)", tok);
+    return x;
+}
+
+float TextReader::NonNegative(std::string_view what) {
+    const float x = Single(what);
+    if (x < 0) Fail(std::string(what) + " (0 or more)", NumText(x));
+    return x;
 }
 
 int16_t TextReader::Int16(std::string_view what) {
@@ -172,17 +186,71 @@ std::string TextReader::Chars(size_t n, std::string_view what) {
 
 namespace {
 
+constexpr std::string_view TempSuffix = ".saving~";
+
 // A temporary name of its own for each save, so two saves of one file never
-// write into the same temporary file.
+// write into the same temporary file: target.<process>.<count>.saving~
 std::string temporaryName(const std::string& path) {
     static std::atomic<unsigned> counter{0};
-    return path + "." + std::to_string(getpid()) + "." + std::to_string(counter++) + ".saving~";
+    return path + "." + std::to_string(getpid()) + "." + std::to_string(counter++) + std::string(TempSuffix);
+}
+
+// The process id in a temporary name of `target`, or 0 when the name is not one.
+pid_t temporaryOwner(const std::string& name, const std::string& target) {
+    const std::string head = target + ".";
+    if (name.size() <= head.size() + TempSuffix.size() || !name.starts_with(head) || !name.ends_with(TempSuffix))
+        return 0;
+    const std::string middle = name.substr(head.size(), name.size() - head.size() - TempSuffix.size());
+    const size_t dot = middle.find('.');
+    if (dot == std::string::npos) return 0;
+    const auto digits = [](const std::string& t) {
+        return !t.empty() && t.size() <= 9 && t.find_first_not_of("0123456789") == std::string::npos;
+    };
+    const std::string pid = middle.substr(0, dot);
+    return digits(pid) && digits(middle.substr(dot + 1)) ? static_cast<pid_t>(std::stol(pid)) : 0;
+}
+
+bool processRuns(pid_t pid) { return kill(pid, 0) == 0 || errno != ESRCH; }
+
+// Temporary files of the target whose writer has ended (killed mid-save).
+void removeStaleTemporaries(const std::string& path) {
+    const fs::path target(path);
+    const fs::path folder = target.parent_path().empty() ? fs::path(".") : target.parent_path();
+    const std::string name = target.filename().string();
+    std::error_code ec;
+    for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
+        const pid_t owner = temporaryOwner(it->path().filename().string(), name);
+        if (owner > 0 && !processRuns(owner)) {
+            std::error_code ignored;
+            fs::remove(it->path(), ignored);
+        }
+    }
+}
+
+// Flushes a file or folder to the disk; false when that fails.
+bool syncPath(const std::string& path, bool folder) {
+    const int fd = ::open(path.c_str(), O_RDONLY | (folder ? O_DIRECTORY : 0));
+    if (fd < 0) return false;
+    const bool ok = ::fsync(fd) == 0;
+    ::close(fd);
+    return ok;
 }
 
 }  // namespace
 
+void ReplaceDurably(const std::string& temp, const std::string& target) {
+    if (!syncPath(temp, false))
+        throw FileFault(target, "cannot write the new file to the disk; the old file is unchanged");
+    std::error_code ec;
+    fs::rename(temp, target, ec);
+    if (ec) throw FileFault(target, "cannot replace the file: " + ec.message());
+    const fs::path folder = fs::path(target).parent_path();
+    syncPath(folder.empty() ? "." : folder.string(), true);
+}
+
 TextWriter::TextWriter(std::string path, Mode mode)
     : path_(std::move(path)), tmp_(temporaryName(path_)), mode_(mode) {
+    removeStaleTemporaries(path_);
     out_.open(tmp_, std::ios::binary | std::ios::trunc);
     if (!out_) throw FileFault(path_, "cannot create the file (folder missing or not writable)");
 }
@@ -228,14 +296,25 @@ void TextWriter::Line(std::string_view s) {
     out_ << s << "\r\n";
 }
 
-void TextWriter::Commit() {
+void TextWriter::Finish() {
+    if (finished_) return;
     if (inRecord_) EndRecord();
     out_.close();
     if (!out_) throw FileFault(path_, "writing failed (disk full?); the old file is unchanged");
-    std::error_code ec;
-    fs::rename(tmp_, path_, ec);
-    if (ec) throw FileFault(path_, "cannot replace the file: " + ec.message());
+    finished_ = true;
+}
+
+void TextWriter::Commit() {
+    Finish();
+    ReplaceDurably(tmp_, path_);
     committed_ = true;
+}
+
+void CommitAll(std::initializer_list<TextWriter*> files) {
+    for (TextWriter* f : files)
+        if (f) f->Finish();
+    for (TextWriter* f : files)
+        if (f) f->Commit();
 }
 
 }  // namespace osm

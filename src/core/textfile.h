@@ -5,6 +5,7 @@
 // expected and what was found.
 #include <cstdint>
 #include <fstream>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -29,6 +30,8 @@ public:
     std::string Text(std::string_view what);
     double Number(std::string_view what);
     float Single(std::string_view what) { return static_cast<float>(Number(what)); }
+    // A single of 0 or more (a flow, a volume, a limit, a count).
+    float NonNegative(std::string_view what);
     int16_t Int16(std::string_view what);
     int32_t Int32(std::string_view what);
     // #TRUE# / #FALSE#, or a number (non-zero is True).
@@ -42,6 +45,8 @@ public:
 
     // The line the reader stands on; after the last field of a line, the next one.
     int line() const { return line_; }
+    // The line of the last field read.
+    int fieldLine() const { return fieldLine_; }
     const std::string& path() const { return path_; }
     [[noreturn]] void Fail(std::string_view expected, std::string_view found) const;
 
@@ -62,7 +67,10 @@ private:
 };
 
 // Writes to a temporary file beside the target and renames it over the target on
-// Commit, so a failed save never loses the old file.
+// Commit, so a failed save never loses the old file. The temporary file is
+// flushed to the disk before the rename and the folder after it, so that a crash
+// leaves the old file or the new one. Temporary files that an ended program left
+// beside the target are removed when the target is next written.
 class TextWriter {
 public:
     enum class Mode { Comma, Blanks };
@@ -81,6 +89,9 @@ public:
     TextWriter& FlagNumber(bool b) { return Number(b ? -1 : 0); }
     void EndRecord();
     void Line(std::string_view s);          // a whole line
+    // Writes the temporary file out to the disk; the target is not touched yet.
+    void Finish();
+    // Finish, then put the file in place of the target.
     void Commit();
 
     const std::string& path() const { return path_; }
@@ -93,7 +104,16 @@ private:
     std::ofstream out_;
     Mode mode_;
     bool inRecord_ = false;
+    bool finished_ = false;
     bool committed_ = false;
 };
+
+// Commits several files so that a failure before the first rename leaves every
+// target as it was: all are written out first, then all are renamed.
+void CommitAll(std::initializer_list<TextWriter*> files);
+
+// Renames a finished temporary file over `target` durably: the file's data reach
+// the disk before the rename, the folder's entry after it.
+void ReplaceDurably(const std::string& temp, const std::string& target);
 
 }  // namespace osm

@@ -16,6 +16,7 @@
 #include "core/csv_sheet.h"
 #include "core/fault.h"
 #include "core/numbers.h"
+#include "core/textfile.h"
 
 namespace fs = std::filesystem;
 
@@ -30,17 +31,22 @@ Cell::Cell(Kind kind, double number, std::string text, std::string where)
 double Cell::number() const {
     switch (kind_) {
     case Kind::Empty: return 0.0;
-    case Kind::Number: return number_;
+    case Kind::Number: return fitting(number_, NumText(number_));
     case Kind::Text: break;
     }
     // A cell of blanks reads as an empty one.
     if (text_.find_first_not_of(" \t") == std::string::npos) return 0.0;
-    if (IsNumber(text_)) {
-        const double v = Val(text_);
-        if (std::isfinite(v)) return v;
-    }
-    throw Fault((where_.empty() ? std::string("cell") : where_) + ": expected a number, found '" +
-                text_ + "'");
+    const std::string where = where_.empty() ? std::string("cell") : where_;
+    if (!IsNumber(text_))
+        throw Fault(where + ": expected a number, found '" + Excerpt(text_) + "'");
+    return fitting(Val(text_), Excerpt(text_));
+}
+
+// Every number of a sheet is stored as a single: one beyond its range is refused.
+double Cell::fitting(double v, const std::string& shown) const {
+    if (FitsSingle(v)) return v;
+    throw Fault((where_.empty() ? std::string("cell") : where_) + ": the number " + shown +
+                " is beyond the range of a single-precision number (about 3.4E+38)");
 }
 
 int16_t Cell::int16() const { return ToInt16(number(), where_.empty() ? "cell" : where_); }
@@ -147,14 +153,17 @@ Value textValue(const std::string& s) {
 struct SheetData {
     std::vector<std::string> heads;
     std::vector<std::vector<Value>> rows;
+    std::vector<size_t> widths;  // cells each row holds as written
 };
 
 // Rows of nothing at the foot of a sheet are not part of it.
 void dropBlankTail(SheetData& d) {
     while (!d.rows.empty() &&
            std::all_of(d.rows.back().begin(), d.rows.back().end(),
-                       [](const Value& v) { return v.kind == Value::Kind::Null; }))
+                       [](const Value& v) { return v.kind == Value::Kind::Null; })) {
         d.rows.pop_back();
+        d.widths.pop_back();
+    }
 }
 
 // ---- CSV folders
@@ -194,6 +203,7 @@ SheetData csvSheet(const fs::path& file) {
     for (size_t r = 1; r < records.size(); ++r) {
         std::vector<Value> row;
         for (const CsvField& f : records[r].fields) row.push_back(textValue(f.value));
+        d.widths.push_back(row.size());
         d.rows.push_back(std::move(row));
     }
     dropBlankTail(d);
@@ -268,6 +278,7 @@ public:
             if (r == 0) {
                 for (const Value& v : row) d.heads.push_back(headText(v));
             } else {
+                d.widths.push_back(row.size());
                 d.rows.push_back(std::move(row));
             }
         }
@@ -421,6 +432,7 @@ void Cursor::MoveFirst() {
 void Cursor::Close() {
     closed_ = true;
     rows_.clear();
+    widths_.clear();
     pos_ = 0;
 }
 
@@ -439,12 +451,23 @@ Cell Cursor::located(const Cell& cell, size_t column) const {
                               std::to_string(firstRow_ + static_cast<long>(pos_)) + ", column " +
                               columns_[column];
     const bool isNumber = cell.kind() == Cell::Kind::Number;
-    return Cell(cell.kind(), isNumber ? cell.number() : 0.0, isNumber ? "" : cell.text(), where);
+    return Cell(cell.kind(), isNumber ? cell.number_ : 0.0, isNumber ? "" : cell.text(), where);
+}
+
+// A row that ends before the column is cut short, not empty: nothing stands for it.
+void Cursor::requireCell(size_t column) const {
+    if (pos_ < widths_.size() && column >= widths_[pos_])
+        throw Fault(source_ + ", row " + std::to_string(firstRow_ + static_cast<long>(pos_)) +
+                    ": the row ends after " + std::to_string(widths_[pos_]) + " cells, before column " +
+                    columns_[column]);
 }
 
 Cell Cursor::Field(const std::string& name) const {
     for (size_t i = 0; i < columns_.size(); ++i)
-        if (sameName(columns_[i], name)) return located(current()[i], i);
+        if (sameName(columns_[i], name)) {
+            requireCell(i);
+            return located(current()[i], i);
+        }
     throw Fault(source_ + ": no column '" + name + "' (columns: " + joinNames(columns_) + ")");
 }
 
@@ -453,6 +476,7 @@ Cell Cursor::Field(int ordinal) const {
         throw Fault(source_ + ": no column number " + std::to_string(ordinal) + " (there are " +
                     std::to_string(columns_.size()) + ", counted from 0)");
     const size_t i = static_cast<size_t>(ordinal);
+    requireCell(i);
     return located(current()[i], i);
 }
 
@@ -465,6 +489,7 @@ struct Database::Impl {
     std::unique_ptr<XlsFile> xls;  // kept open for sheets read later
     std::map<std::string, std::string> sources;  // table (lower case) -> "book, sheet X$"
     std::map<std::string, std::string> links;    // table (lower case) -> connect text
+    std::map<std::string, std::vector<size_t>> widths;  // table (lower case) -> cells of each row
 };
 
 Database::Database() : impl_(std::make_unique<Impl>()) {
@@ -524,6 +549,7 @@ bool Database::loadSheet(const std::string& sheetName) {
     const std::string source = impl_->display + ", sheet " + withDollar(sheetName);
     createTable(db_, table, *data, source);
     impl_->sources[lower(table)] = source;
+    impl_->widths[lower(table)] = std::move(data->widths);
     return true;
 }
 
@@ -548,7 +574,16 @@ Cursor Database::OpenSheet(const std::string& sheetName) {
     const std::string source = known != impl_->sources.end()
                                    ? known->second
                                    : book + ", sheet " + withDollar(sheetName);
-    return run("SELECT * FROM " + quoteId(table) + " ORDER BY rowid", source, 2);
+    Cursor c = run("SELECT * FROM " + quoteId(table) + " ORDER BY rowid", source, 2);
+    const auto widths = impl_->widths.find(lower(table));
+    if (widths != impl_->widths.end() && widths->second.size() == c.rows_.size()) c.widths_ = widths->second;
+    return c;
+}
+
+Cursor Database::OpenRequiredSheet(const std::string& sheetName) {
+    Cursor c = OpenSheet(sheetName);
+    if (c.AtEnd()) throw Fault(c.source_ + ": the sheet has no rows below its heads; the model needs its data");
+    return c;
 }
 
 Cursor Database::Query(const std::string& sqlText) {
@@ -770,12 +805,12 @@ void UpdateSheetColumns(const std::string& workbook, const std::string& sheet,
             throw Fault(where + ": cannot write " + temp.string() + unchanged);
         }
     }
-    fs::rename(temp, *file, ec);
-    if (ec) {
-        const std::string why = ec.message();
+    try {
+        ReplaceDurably(temp.string(), file->string());
+    } catch (const Fault& e) {
         std::error_code ignored;
         fs::remove(temp, ignored);
-        throw Fault(where + ": cannot replace " + file->string() + " (" + why + ")" + unchanged);
+        throw Fault(where + ": " + e.what() + unchanged);
     }
 }
 

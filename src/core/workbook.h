@@ -27,7 +27,8 @@ public:
 
     Kind kind() const { return kind_; }
     bool isEmpty() const { return kind_ == Kind::Empty; }
-    // An empty cell is 0; a text that is not a number is a fault naming the cell.
+    // An empty cell is 0; a text that is not a number, or a number beyond the range
+    // of a single, is a fault naming the cell.
     double number() const;
     float single() const { return static_cast<float>(number()); }
     // Rounded half to even; outside -32768..32767 is a fault naming the cell.
@@ -37,6 +38,9 @@ public:
     std::string text() const;
 
 private:
+    friend class Cursor;
+    double fitting(double v, const std::string& shown) const;
+
     Kind kind_ = Kind::Empty;
     double number_ = 0.0;
     std::string text_;
@@ -54,7 +58,8 @@ public:
     void Close();
     long RecordCount() const;
     // Column looked up by name, case-insensitively; a missing column is a fault
-    // naming the workbook, the sheet and the column.
+    // naming the workbook, the sheet and the column, and so is a sheet row that
+    // ends before the column (an empty cell is what it is: 0 or "").
     Cell Field(const std::string& name) const;
     // Column by ordinal, counted from 0; past the last column is a fault.
     Cell Field(int ordinal) const;
@@ -64,10 +69,12 @@ private:
     friend class Database;
     const std::vector<Cell>& current() const;
     Cell located(const Cell& cell, size_t column) const;
+    void requireCell(size_t column) const;
 
     std::string source_;  // "physical.xls, sheet TribFlow$", or the query, for messages
     std::vector<std::string> columns_;
     std::vector<std::vector<Cell>> rows_;
+    std::vector<size_t> widths_;  // a sheet's cells by row as written; none for a query
     long firstRow_ = 2;  // row number of rows_[0] in messages: 2 below a sheet's heads
     size_t pos_ = 0;
     bool closed_ = false;
@@ -88,6 +95,9 @@ public:
     // A forward cursor over the rows of a sheet ("TribFlow$"); a missing sheet is
     // a fault naming the workbook and the sheet.
     Cursor OpenSheet(const std::string& sheetName);
+    // The same for a sheet the model cannot do without: one with no rows below
+    // its heads is a fault naming it.
+    Cursor OpenRequiredSheet(const std::string& sheetName);
     // A cursor from an SQL text; an SQL error is a fault with the statement. A
     // sheet the statement names is loaded from the workbook when first needed.
     Cursor Query(const std::string& sqlText);

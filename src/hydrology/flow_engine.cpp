@@ -178,6 +178,9 @@ void MonthlyFlows(Model& m, int iYear, int iMonth) {
     Physical& p = m.physical;
     if (iMonth == 1) {
         const int k = p.DiurnalCode(mn.CurYr);
+        if (k < 1 || k > p.NDiurnal)
+            throw Fault("year " + NumText(1900 + mn.CurYr) + ": diurnal code " + NumText(k) +
+                        " names no scenario; the codes are " + DiurnalCodesText(p));
         if (k != p.CurDiurnal || iYear == 1) {
             const std::string path = InFolder(m, p.DiurnalName(k) + ".sts");
             if (!FileExists(path))

@@ -19,7 +19,11 @@ void WriteSts(const Model& m, const std::string& path);
 void LoadMonthlyVolumes(Model& m, const std::string& workbook, const std::string& sheet,
                         const std::string& field);
 void LoadSpikeFlags(Model& m, const std::string& workbook, const std::string& sheet);
+// Reads an experimental release file; a diurnal code that names no scenario of
+// the scenario list is a fault naming the line and the year.
 void LoadExp(Model& m, const std::string& path);
+// The codes of the scenario list, for messages: "1 (noaction), 2 (steady)".
+std::string DiurnalCodesText(const Physical& p);
 void SaveExp(const Model& m, const std::string& path);
 void LoadMainSed(Model& m, const std::string& workbook, const std::string& sheet);
 

@@ -62,10 +62,13 @@ void copyInto(const std::string& from, const std::string& to) {
     const std::string tmp = to + ".part";
     std::error_code ec;
     fs::copy_file(from, tmp, fs::copy_options::overwrite_existing, ec);
-    if (!ec) fs::rename(tmp, to, ec);
-    if (ec) {
-        fs::remove(tmp);
-        throw FileFault(to, "cannot copy the new scenario file here: " + ec.message() + "; the old file is unchanged");
+    try {
+        if (ec) throw FileFault(to, ec.message());
+        ReplaceDurably(tmp, to);
+    } catch (const Fault& e) {
+        fs::remove(tmp, ec);
+        throw FileFault(to, std::string("cannot copy the new scenario file here (") + e.what() +
+                                "); the old file is unchanged");
     }
 }
 
@@ -142,7 +145,10 @@ void ReadPeakshavOut(Model& m, Processor& pr, int L, int month, const std::strin
         std::string line = rd.Line("a line beginning \"id\" before the hourly releases");
         line.erase(0, std::min(line.size(), line.find_first_not_of(" \t")));
         if (i == 16) m.physical.PowerVal(month, L) = Sng(Val(line.size() > 20 ? line.substr(20, 13) : ""));
-        if (line.rfind("id", 0) == 0) break;
+        if (line.rfind("id", 0) == 0) {
+            if (i <= 16) rd.Fail("the power value on line 16, before the line beginning \"id\"", line);
+            break;
+        }
     }
     const int days = static_cast<int>(m.main.DaysInMonth(month));
     pr.HourSeries.redim(Bounds{0, 744}, Bounds{0, 0});
@@ -153,7 +159,7 @@ void ReadPeakshavOut(Model& m, Processor& pr, int L, int month, const std::strin
             rd.Text("the label of day " + NumText(day));
             for (int h = 1; h <= 12; ++h) {
                 ++k;
-                pr.HourSeries(k, 0) = rd.Single("an hourly release");
+                pr.HourSeries(k, 0) = rd.NonNegative("an hourly release");
                 if (k > 1 && pr.HourSeries(k, 0) != pr.HourSeries(k - 1, 0)) pr.FlatRelease = false;
             }
         }
@@ -194,18 +200,31 @@ void ReadRouted(Model& m, Processor& pr, int month, const std::string& path) {
     const int hours = pr.MaxCycles * 24;
     pr.HourSeries.redim(Bounds{0, hours}, Bounds{0, mn.NReaches});
     TextReader rd(path, TextReader::Mode::Blanks);
-    int records = 0, hour = 0;
+    int records = 0, hour = 0, lastLine = 0;
+    // One record a line: a time, then a flow for every reach.
     while (!rd.AtEnd()) {
         rd.Number("a time");
+        const int line = rd.fieldLine();
+        if (line == lastLine) rd.Fail("the end of the record after the flow at reach " + NumText(mn.LastReach), "more flows");
+        lastLine = line;
         ++records;
         const bool onHour = records % (60 / StepMinutes) == 0;
         if (onHour) hour = records * StepMinutes / 60;
         for (int r = mn.FirstReach; r <= mn.LastReach; ++r) {
-            const double q = rd.Number("the flow at reach " + NumText(r));
+            const std::string what = "the flow at reach " + NumText(r);
+            const double q = rd.NonNegative(what);
+            if (rd.fieldLine() != line)
+                rd.Fail(what + " on line " + NumText(line) + " (a record holds a flow for every reach)", "a new line");
             if (onHour && hour <= hours) pr.HourSeries(hour, r) = Sng(q * CubicFeetPerCubicMetre);
         }
     }
-    if (hour != hours)
+    // Only the last cycle is kept: a file that stops before its end would leave
+    // hours of no flow in the scenario.
+    if (hour < hours)
+        throw FileFault(path, "holds " + NumText(hour) + " of the " + NumText(hours) + " hours routed for " +
+                                  mn.MonthName(month) + " (USFLOW did not simulate maxcycles); the run fails and "
+                                  "the old scenario file stays");
+    if (hour > hours)
         ShowMessage(m, "short routing", "USFLOW did not simulate maxcycles for " + mn.MonthName(month));
 }
 
@@ -255,8 +274,13 @@ void ReadFlowParameters(Model& m, const std::string& path) {
     m.physical.VolLevel = std::move(levels);
 }
 
-void ProcessHydro(Model& m, const std::string& stsName, const std::string& title, const HydroSetup& setup) {
+void ProcessHydro(Model& m, const std::string& stsName, const std::string& title, const HydroSetup& given) {
     const Main& mn = m.main;
+    // The programs run in the hydro folder: a path relative to this process's
+    // working directory would name nothing there.
+    HydroSetup setup = given;
+    for (std::string* path : {&setup.hydroFolder, &setup.scheduler, &setup.router})
+        if (!path->empty()) *path = fs::absolute(*path).lexically_normal().string();
     const std::string folder = setup.hydroFolder;
     if (!fs::is_directory(folder)) throw Fault("The hydro folder " + folder + " does not exist.");
     const Physical saved = m.physical;

@@ -22,12 +22,14 @@ constexpr int FirstExpYear = 48, LastExpYear = 147;
 void LoadMonthlyVolumes(Model& m, const std::string& workbook, const std::string& sheet,
                         const std::string& field) {
     Database db = OpenWorkbook(workbook);
-    Cursor c = db.OpenSheet(sheet);
+    Cursor c = db.OpenRequiredSheet(sheet);
     Physical next = m.physical;
     next.AnnualVol.clear();
     const bool historical = sheet == "Historical$";
+    const std::string where = workbook + ", sheet " + sheet;
     int year = 48, month = 1;
-    for (int i = 1; i <= MonthsOfRecord && !c.AtEnd(); ++i, c.MoveNext()) {
+    int i = 1;
+    for (; i <= MonthsOfRecord && !c.AtEnd(); ++i, c.MoveNext()) {
         float vol;
         if (historical) {
             vol = c.Field("ACFT").single();
@@ -36,6 +38,7 @@ void LoadMonthlyVolumes(Model& m, const std::string& workbook, const std::string
         } else {
             vol = c.Field(field).single();
         }
+        if (vol < 0) throw FileFault(where, i + 1, "a release volume of 0 or more", NumText(vol));
         next.MonthlyVol(i) = vol;
         next.AnnualVol(year) = next.AnnualVol(year) + vol;
         if (!historical && ++month > 12) {
@@ -43,6 +46,11 @@ void LoadMonthlyVolumes(Model& m, const std::string& workbook, const std::string
             ++year;
         }
     }
+    // Every month of the record is released: a month the sheet lacks would run dry.
+    if (i <= MonthsOfRecord)
+        throw FileFault(where, "holds " + NumText(i - 1) + " of the " + NumText(MonthsOfRecord) +
+                                   " months of 1948 to 1997; month " + NumText((i - 1) % 12 + 1) + " of " +
+                                   NumText(1948 + (i - 1) / 12) + " and every month after it are missing (nothing was loaded)");
     m.physical.MonthlyVol = std::move(next.MonthlyVol);
     m.physical.AnnualVol = std::move(next.AnnualVol);
     m.physical.SpinVol = std::move(next.SpinVol);
@@ -73,12 +81,21 @@ void LoadExp(Model& m, const std::string& path) {
     in.SkipLine("the heading \"Year\",\"Diurnal_Pattern\",\"Exp._Temp_Year\"");
     for (int y = FirstExpYear; y <= LastExpYear; ++y) {
         in.Number("the year " + NumText(1900 + y));
-        code(y) = in.Int16("the diurnal pattern of " + NumText(1900 + y));
+        const std::string what = "the diurnal pattern of " + NumText(1900 + y);
+        code(y) = in.Int16(what);
+        if (code(y) < 1 || code(y) > p.NDiurnal)
+            in.Fail(what + ", one of the codes of the scenario list: " + DiurnalCodesText(p), NumText(code(y)));
         expYear(y) = in.Flag("the experimental temperature flag of " + NumText(1900 + y));
     }
     p.ExpTemp = std::move(temp);
     p.DiurnalCode = std::move(code);
     p.ExpTempYr = std::move(expYear);
+}
+
+std::string DiurnalCodesText(const Physical& p) {
+    std::string text;
+    for (int k = 1; k <= p.NDiurnal; ++k) text += (k > 1 ? ", " : "") + NumText(k) + " (" + p.DiurnalName(k) + ")";
+    return text.empty() ? "none (the list names no scenario)" : text;
 }
 
 void SaveExp(const Model& m, const std::string& path) {
@@ -101,7 +118,7 @@ void SaveExp(const Model& m, const std::string& path) {
 
 void LoadMainSed(Model& m, const std::string& workbook, const std::string& sheet) {
     Database db = OpenWorkbook(workbook);
-    Cursor c = db.OpenSheet(sheet);
+    Cursor c = db.OpenRequiredSheet(sheet);
     Table2<float> conc = m.physical.HistSedConc;
     double lastMile = 0;
     int reach = 0;

@@ -46,7 +46,7 @@ void RiverTemperature(Model& m, int month) {
 
 void LoadTempPatterns(Model& m, const std::string& sheet, const std::string& workbook) {
     Database db = OpenWorkbook(workbook);
-    Cursor rows = db.OpenSheet(sheet);
+    Cursor rows = db.OpenRequiredSheet(sheet);
     // Months the sheet does not reach keep what they had.
     Table1<float> base = m.physical.BaseTemp;
     Table1<float> eq = m.physical.EqTemp;

@@ -38,26 +38,32 @@ bool isNoAction(const std::string& path) {
     return name == "noaction.sts";
 }
 
+int32_t nonNegative(const TextReader& in, int32_t x, const char* what) {
+    if (x < 0) in.Fail(std::string(what) + " (0 or more)", NumText(x));
+    return x;
+}
+
+// Flows, volumes and limits are never negative.
 void readHeader(TextReader& in, Scenario& s) {
     s.title = in.Line("the title line");
     in.Text("\"Flow Parameters\"");
-    s.maxFlow = in.Single("the maximum flow");
-    s.downRamp = in.Single("the down ramp rate");
-    s.upRamp = in.Single("the up ramp rate");
+    s.maxFlow = in.NonNegative("the maximum flow");
+    s.downRamp = in.NonNegative("the down ramp rate");
+    s.upRamp = in.NonNegative("the up ramp rate");
     in.Text("\"Release-Driven_Max_Daily_Flow_Change\"");
     s.releaseDriven = in.Flag("the release-driven change flag");
-    for (auto& v : s.changeVol) v = in.Int32("a change volume");
-    for (auto& v : s.changeLimit) v = in.Int32("a change limit");
+    for (auto& v : s.changeVol) v = nonNegative(in, in.Int32("a change volume"), "a change volume");
+    for (auto& v : s.changeLimit) v = nonNegative(in, in.Int32("a change limit"), "a change limit");
     in.SkipLine("the month heads");
     s.maxDailyChange.redim(Bounds{0, 12});
     in.Text("\"MaxDailyFlowChange\"");
-    for (int mo = 1; mo <= 12; ++mo) s.maxDailyChange(mo) = in.Single("a maximum daily change");
+    for (int mo = 1; mo <= 12; ++mo) s.maxDailyChange(mo) = in.NonNegative("a maximum daily change");
     in.SkipLine("\"MinDailyFlow_By_Month_And_Hour\"");
     in.SkipLine("the hour heads");
     s.minFlow.redim(Bounds{0, 12}, Bounds{0, 24});
     for (int h = 1; h <= 24; ++h) {
         in.Number("an hour");
-        for (int mo = 1; mo <= 12; ++mo) s.minFlow(mo, h) = in.Single("a minimum flow");
+        for (int mo = 1; mo <= 12; ++mo) s.minFlow(mo, h) = in.NonNegative("a minimum flow");
     }
     in.SkipLine("the line before the volume levels");
 }
@@ -85,9 +91,9 @@ void readLevels(TextReader& in, const Main& mn, Scenario& s) {
                 if (in.Int16("a reach number") != r)
                     in.Fail("reach " + NumText(r) + " (the file's reaches must match the Reach Breaks file)",
                             "another reach");
-                s.qAvg(mo, L, r) = in.Single("a mean flow");
+                s.qAvg(mo, L, r) = in.NonNegative("a mean flow");
                 for (int d = 1; d <= 2; ++d)
-                    for (int h = 1; h <= 24; ++h) s.qDi(d, mo, L, r, h) = in.Single("an hourly flow");
+                    for (int h = 1; h <= 24; ++h) s.qDi(d, mo, L, r, h) = in.NonNegative("an hourly flow");
             }
         }
 }

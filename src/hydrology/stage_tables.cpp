@@ -112,7 +112,7 @@ StageAverages BuildStageTables(const Model& m, const std::string& workbook, cons
     avg.Count.redim(rows, reaches);
 
     Database db = OpenWorkbook(workbook);
-    Cursor c = db.OpenSheet(sheet);
+    Cursor c = db.OpenRequiredSheet(sheet);
     c.MoveFirst();
     // A record that matches no discharge or no reach keeps the row or the reach
     // of the record before; the field sheet has a few such records, and the means
@@ -316,9 +316,9 @@ void ReadHabFile(Model& m, const std::string& reachFile) {
     p.WetArea = std::move(wet);
 }
 
-bool EnsureStageTables(Model& m, const std::string& reachFile) {
-    if (reachFile.empty()) return true;
-    if (FileExists(QsvwFileName(reachFile))) return true;
+std::string EnsureStageTables(Model& m, const std::string& reachFile) {
+    if (reachFile.empty()) return "";
+    if (FileExists(QsvwFileName(reachFile))) return "";
     try {
         const StageAverages avg = BuildStageTables(m, m.main.PhysicalXls, "StarsOut$");
         // The qsvw file goes last: it marks a finished build.
@@ -326,9 +326,9 @@ bool EnsureStageTables(Model& m, const std::string& reachFile) {
         WriteQsvwFile(m, reachFile, avg);
     } catch (const std::exception& e) {
         ShowMessage(m, "stage tables", std::string("Failed to make file ") + "\n" + e.what());
-        return false;
+        return e.what();
     }
-    return true;
+    return "";
 }
 
 void RebuildStageTables(Model& m, const std::string& reachFile) {

@@ -35,9 +35,9 @@ std::string HabFileName(const std::string& reachFile);
 std::string QsvwFileName(const std::string& reachFile);
 
 // Builds the cached files from "StarsOut$" of physical.xls when the qsvw file is
-// missing. An empty name does nothing. False when the build failed, after the
-// message "Failed to make file " has been shown.
-bool EnsureStageTables(Model& m, const std::string& reachFile);
+// missing. An empty name does nothing. When the build fails, shows the message
+// "Failed to make file " and returns the cause; else returns "".
+std::string EnsureStageTables(Model& m, const std::string& reachFile);
 // Builds both cached files whether or not they exist and reads them back. Faults
 // go to the caller.
 void RebuildStageTables(Model& m, const std::string& reachFile);

@@ -13,6 +13,12 @@ namespace osm {
 
 namespace {
 
+// What the graph table may hold: far beyond any graph file of the model, and
+// within the memory of a desktop machine for the results store.
+constexpr int MaxGraphVars = 1000;
+constexpr int MaxGraphSets = 100;
+constexpr double MaxStoreSingles = 256.0 * 1048576;  // 1 GiB
+
 int16_t timeCode(const std::string& code) {
     // A later letter overrides an earlier one.
     int16_t t = 0;
@@ -30,7 +36,15 @@ void LoadGraphTable(Model& m, const std::string& path) {
     Graphs g;  // fresh tables; swapped in when the whole file has been read
     g.NVars = in.Int16("NVars");
     g.MaxSub = in.Int16("MaxSub");
-    if (g.NVars < 0 || g.MaxSub < 1) in.Fail("NVars >= 0 and MaxSub >= 1", NumText(g.NVars) + " " + NumText(g.MaxSub));
+    if (g.NVars < 0 || g.MaxSub < 1 || g.NVars > MaxGraphVars || g.MaxSub > MaxGraphSets)
+        in.Fail("NVars 0.." + NumText(MaxGraphVars) + " and MaxSub 1.." + NumText(MaxGraphSets),
+                NumText(g.NVars) + " " + NumText(g.MaxSub));
+    // The results store holds every set of every variable, reach and month of two runs.
+    const double singles = 2.0 * g.NVars * g.MaxSub * std::max<int>(m.main.NReaches, 1) * 600;
+    if (singles > MaxStoreSingles)
+        in.Fail("NVars and MaxSub whose results store fits in " + NumText(MaxStoreSingles * 4 / 1048576) + " MiB",
+                NumText(g.NVars) + " " + NumText(g.MaxSub) + ", " + NumText(singles * 4 / 1048576) + " MiB with " +
+                    NumText(static_cast<int>(m.main.NReaches)) + " reaches");
     g.VarLabel.redim(Bounds{0, g.MaxSub}, Bounds{1, g.NVars});
     for (auto* t : {&g.VarSets, &g.VarStyle, &g.VarSize, &g.VarMapId}) t->redim(Bounds{1, g.NVars});
     g.VarTime.redim(Bounds{0, g.NVars});

@@ -8,10 +8,15 @@
 namespace osm {
 
 void WriteResultsCsv(const Model& m, const std::string& path) {
+    TextWriter out(path);
+    WriteResultsCsv(m, out);
+    out.Commit();
+}
+
+void WriteResultsCsv(const Model& m, TextWriter& out) {
     const Main& mn = m.main;
     const Graphs& g = m.graphs;
     const int lastVar = mn.PhysOnly ? std::min<int>(g.NVars, mn.NPhysVars) : g.NVars;
-    TextWriter out(path);
     out.Line("run,var,sub,reach,month,value");
     for (int run = 0; run <= mn.NRuns; ++run)
         for (int v = 1; v <= lastVar; ++v)
@@ -22,7 +27,6 @@ void WriteResultsCsv(const Model& m, const std::string& path) {
                         out.Number(mn.Results(run, v, s, r, c));
                         out.EndRecord();
                     }
-    out.Commit();
 }
 
 }  // namespace osm

@@ -7,6 +7,9 @@ namespace osm {
 
 struct Model;
 
+class TextWriter;
 void WriteResultsCsv(const Model& m, const std::string& path);
+// The same into a file being written, which the caller commits.
+void WriteResultsCsv(const Model& m, TextWriter& out);
 
 }  // namespace osm

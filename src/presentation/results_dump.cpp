@@ -21,9 +21,14 @@ void forChosenRows(const Graphs& g, F f) {
 }  // namespace
 
 void DumpResults(Model& m, const std::string& path) {
+    TextWriter out(path);
+    DumpResults(m, out);
+    out.Commit();
+}
+
+void DumpResults(Model& m, TextWriter& out) {
     Main& mn = m.main;
     const Graphs& g = m.graphs;
-    TextWriter out(path);
     out.Text("Yr").Text("Month").Text("CumMonth");
     for (int r = mn.FirstReach; r <= mn.LastReach; ++r) {
         if (!g.DumpReach(r)) continue;
@@ -47,7 +52,6 @@ void DumpResults(Model& m, const std::string& path) {
         }
         out.EndRecord();
     }
-    out.Commit();
 }
 
 }  // namespace osm

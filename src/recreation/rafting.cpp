@@ -54,7 +54,7 @@ void buildCampLists(Database& links, Rec& rc) {
                 ++j;
                 if (j > rc.CampList.hi(3)) rc.CampList.redimPreserve(Bounds{1, j});
                 rc.CampList(1, t, d, j) = camps.Field("PREF").single();
-                rc.CampList(2, t, d, j) = camps.Field("INDEX").single();
+                rc.CampList(2, t, d, j) = camps.Field("INDEX").int16();
             }
             rc.CampCount(t, d) = ToInt16(j, "camps of a trip day");
         }

@@ -21,10 +21,17 @@ std::string upper(std::string s) {
 
 std::string tripWhat(const char* what, int t) { return std::string(what) + " of trip type " + NumText(t); }
 
-// A line of 12 monthly values of trip type t.
+// A count of days, parties or people: never negative.
+int16_t count(TextReader& in, const std::string& what) {
+    const int16_t n = in.Int16(what);
+    if (n < 0) in.Fail(what + " (0 or more)", NumText(n));
+    return n;
+}
+
+// A line of 12 monthly values of trip type t, none negative.
 void readMonths(TextReader& in, Table2<float>& table, int t, const char* what) {
     for (int mo = 1; mo <= 12; ++mo)
-        table(t, mo) = in.Single(std::string(what) + " of month " + NumText(mo) + ", trip type " + NumText(t));
+        table(t, mo) = in.NonNegative(std::string(what) + " of month " + NumText(mo) + ", trip type " + NumText(t));
 }
 
 void writeMonths(TextWriter& out, const Table2<float>& table, int t) {
@@ -72,15 +79,15 @@ void ReadRafting(Model& m, const std::string& path) {
     for (int t = 1; t <= n; ++t) next.TripName(t) = in.Line(tripWhat("the name", t));
     auto header = [&](int h) { next.RecHeaders(h) = in.Line("header line " + NumText(h)); };
     header(1);
-    for (int t = 1; t <= n; ++t) next.Parties(t) = in.Int16(tripWhat("the parties a year", t));
+    for (int t = 1; t <= n; ++t) next.Parties(t) = count(in, tripWhat("the parties a year", t));
     header(2);
     next.MaxTripDays = 0;
     for (int t = 1; t <= n; ++t) {
-        next.TripDays(t) = in.Int16(tripWhat("the days on the river", t));
+        next.TripDays(t) = count(in, tripWhat("the days on the river", t));
         next.MaxTripDays = std::max(next.MaxTripDays, next.TripDays(t));
     }
     header(3);
-    for (int t = 1; t <= n; ++t) next.TripPeople(t) = in.Int16(tripWhat("the people a party", t));
+    for (int t = 1; t <= n; ++t) next.TripPeople(t) = count(in, tripWhat("the people a party", t));
     header(4);
     for (int t = 1; t <= n; ++t) readMonths(in, next.LaunchCap, t, "the daily launch limit");
     header(5);
@@ -89,7 +96,7 @@ void ReadRafting(Model& m, const std::string& path) {
     for (int t = 1; t <= n; ++t) readMonths(in, next.Launches, t, "the launches a day");
     in.SkipLine("the line People Per Camp");
     for (int s = 1; s <= 3; ++s) {
-        next.PeoplePerCamp(s) = in.Int16("the people per camp of size " + std::string(SizeLetters[s - 1]));
+        next.PeoplePerCamp(s) = count(in, "the people per camp of size " + std::string(SizeLetters[s - 1]));
         in.Text("the size letter");
     }
     m.rec = std::move(next);

@@ -64,7 +64,7 @@ void ReadTribFlow(Model& m, const std::string& workbook, const std::string& shee
     m.morph.MgLPerGFt3 = static_cast<float>(1000.0 / 28.317);
     const double perGFt3 = m.morph.MgLPerGFt3;
     Database db = OpenWorkbook(workbook);
-    Cursor c = db.OpenSheet(sheet);
+    Cursor c = db.OpenRequiredSheet(sheet);
     const std::string where = sheetName(workbook, sheet);
     Table2<float> q = m.morph.TribQ, flow = m.morph.TribFlow;
     Table3<float> conc = m.morph.TribSedConc;
@@ -155,7 +155,7 @@ void ReadSubstrate(Model& m, const std::string& workbook, const std::string& she
 
 void ReadRC90(Model& m, const std::string& workbook, const std::string& sheet) {
     Database db = OpenWorkbook(workbook);
-    Cursor c = db.OpenSheet(sheet);
+    Cursor c = db.OpenRequiredSheet(sheet);
     Table1<int16_t> backwater = m.morph.NBackwater, cm = m.morph.NCM;
     Table2<int16_t> eddy = m.morph.NEddy;
     backwater.clear();

@@ -7,6 +7,7 @@
 #include "core/fault.h"
 #include "core/model.h"
 #include "core/numbers.h"
+#include "core/step_values.h"
 #include "production/production_steps.h"
 #include "sediment/storage_potential.h"
 
@@ -63,7 +64,8 @@ void SandStep(Model& m, int r, int month, float p, float Q, float StageHi, float
 
     const double days = static_cast<double>(mn.DaysInMonth(month)) * p;
     checkDivisor(days, "period length", m, r);
-    const int top = static_cast<int>(Int(StageHi / static_cast<double>(mn.SliceThick))) + 1;
+    const int top =
+        StepIndex(m, r, Int(StageHi / static_cast<double>(mn.SliceThick)), "the slice of the peak stage") + 1;
     // Above the table the pool's capacity is that of the highest slice, and no
     // slice takes the inflow.
     const int poolTop = std::clamp(top, 0, nSlices);

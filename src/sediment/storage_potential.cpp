@@ -199,7 +199,7 @@ void RecomputeStorage(Model& m, bool Reset) {
 void ReadCoarseVolumes(Model& m, const std::string& path, const std::string& sheet) {
     CheckReachBedArea(m);
     Database db = OpenWorkbook(path);
-    Cursor c = db.OpenSheet(sheet);
+    Cursor c = db.OpenRequiredSheet(sheet);
     Table2<float> vol = m.sediment.CoarseVol;
     vol.clear();
     double current = -1;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 
 #include "support/test_folder.h"
 
@@ -43,4 +44,18 @@ TEST(BatchRunner, ExitStatusTellsUsageFromFaults) {
     EXPECT_EQ(runBatch("--folder " + f.path() + " --phys-only --reaches 9 --dump x.out", f), 2);
     EXPECT_EQ(runBatch("--folder " + f.path() + " --list-vars", f), 0);
     EXPECT_NE(f.Read("stdout.txt").find("var 13 set 2"), std::string::npos);
+}
+
+// The dump and the CSV of a run are one result: when the CSV cannot be written,
+// the old dump stays too, and no temporary file is left beside it.
+TEST(BatchRunner, AFailedOutputLeavesThePairOfOldFiles) {
+    TestFolder f;
+    osm::test::WriteSmallRiver(f);
+    f.Write("r.out", "old dump\r\n");
+    EXPECT_EQ(runBatch("--folder " + f.path() + " --phys-only --years 1 --dump " + f.File("r.out") + " --csv " +
+                           f.File("no/such/folder/r.csv"), f), 1);
+    EXPECT_NE(f.Read("stderr.txt").find("r.csv"), std::string::npos);
+    EXPECT_EQ(f.Read("r.out"), "old dump\r\n");
+    for (const auto& e : std::filesystem::directory_iterator(f.path()))
+        EXPECT_EQ(e.path().string().find("saving~"), std::string::npos) << e.path();
 }

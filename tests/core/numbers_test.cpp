@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
+
 #include "core/fault.h"
 #include "core/numbers.h"
 #include "support/fault_text.h"
@@ -33,4 +36,18 @@ TEST(NumberText, PlainWithLeadingBlankAndByMask) {
         {-2.5, "0", "-3"},  // a half away from zero, unlike CInt
         {1.005, "0.00", "1.01"}, {999.96, "0.0", "1000.0"}, {-0.01, "0.0", "0.0"}};
     for (const auto& c : cases) EXPECT_EQ(Format(c.x, c.mask), c.text) << c.x << " " << c.mask;
+}
+
+// A value that no mask can hold (an overflowed flow in a message) gives its plain
+// text instead of bringing the program down.
+TEST(NumberText, MasksOfInfiniteAndNaNValuesAndLongTextsCut) {
+    const double inf = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(Format(inf, "0.0"), "INF");
+    EXPECT_EQ(Format(-inf, "###,###,###"), "-INF");
+    EXPECT_NE(Format(std::nan(""), "$#,##0").find("NAN"), std::string::npos);
+    EXPECT_TRUE(FitsSingle(3.4e38));
+    EXPECT_FALSE(FitsSingle(-3.5e38));
+    EXPECT_FALSE(FitsSingle(std::nan("")));
+    EXPECT_EQ(Excerpt("short"), "short");
+    EXPECT_EQ(Excerpt(std::string(200, 'x'), 10), "xxxxxxxxxx... (200 characters)");
 }

@@ -72,6 +72,12 @@ TEST(ResultsStore, PhysicalModeStoresTheFirstThirteenObservedAveragesWhenAskedAn
     EXPECT_EQ(m.main.Results(0, 13, 2, 2, 3), 11.0f);
     m.physical.SedConc(3, 1) = 0;  // percent fines of no sediment: 0/0
     EXPECT_TRUE(test::Holds(test::FaultText([&] { monthOf(m, 2, 5); }), {"month 5", "reach 3", "variable 4"}));
+    // A finite double beyond the range of the single it is stored in is refused too:
+    // sand in a band with no potential.
+    m.physical.SedConc(3, 1) = 1;
+    m.sediment.BandSand(1, 2, 1) = 1e35f;
+    m.sediment.BandPot(1, 2, 1) = 0;
+    EXPECT_TRUE(test::Holds(test::FaultText([&] { monthOf(m, 2, 7); }), {"month 7", "reach 2", "variable 6", "E+43", "single"}));
 }
 
 TEST(ResultsStore, Month601GrowsTheStoreKeepingBothRuns) {

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include <filesystem>
 
 #include "core/fault.h"
@@ -53,6 +55,23 @@ TEST(TextReader, ErrorsNameFileLineAndWhatWasExpected) {
     EXPECT_TRUE(test::Holds(test::FaultText([&] { blanks.Int16("id"); }), {"bad.mde:3:"}));
 }
 
+// Every number of the program's files is kept as a single: one beyond its range
+// is refused where it stands, and a huge field is quoted only in part.
+TEST(TextReader, NumbersBeyondASingleAndHugeFieldsAreRefusedNamingTheLine) {
+    TestFolder f;
+    TextReader in(f.Write("huge.phy", "\"ErodeRate\",3E+38\r\n\"HeatEx\",1e40\r\n\"Angle\",-1e39\r\n"));
+    in.Text("key");
+    EXPECT_FLOAT_EQ(in.Single("ErodeRate"), 3e38f);
+    in.Text("key");
+    EXPECT_TRUE(test::Holds(test::FaultText([&] { in.Single("HeatEx"); }), {"huge.phy:2", "HeatEx", "single", "'1e40'"}));
+    in.Text("key");
+    EXPECT_TRUE(test::Holds(test::FaultText([&] { in.Number("Angle"); }), {"huge.phy:3", "'-1e39'"}));
+    TextReader big(f.Write("big.phy", std::string(1 << 20, '7') + "x\r\n"));
+    const std::string text = test::FaultText([&] { big.Single("HeatEx"); });
+    EXPECT_TRUE(test::Holds(text, {"big.phy:1", "1048577 characters"}));
+    EXPECT_LT(text.size(), 300u);
+}
+
 TEST(TextWriter, RoundTripAndNoLossOnFailure) {
     TestFolder f;
     const std::string p = f.File("out.grs");
@@ -67,4 +86,36 @@ TEST(TextWriter, RoundTripAndNoLossOnFailure) {
     EXPECT_EQ(f.Read("out.grs"), written);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(f.path()), {}), 1);
     EXPECT_THROW(TextWriter(f.File("no/such/folder/x.txt")), FileFault);
+}
+
+// A save killed mid-write leaves its temporary file; the next save of that file
+// removes it, but never the temporary file of a program still writing.
+TEST(TextWriter, StaleTemporaryFilesOfEndedWritersAreRemovedOnTheNextSave) {
+    TestFolder f;
+    const std::string p = f.Write("out.grs", "old\r\n");
+    const std::string stale = f.Write("out.grs.999999999.3.saving~", "torn");
+    const std::string live = f.Write("out.grs." + std::to_string(getpid()) + ".77.saving~", "being written");
+    const std::string other = f.Write("other.grs.999999999.1.saving~", "not ours to judge");
+    const std::string lookalike = f.Write("out.grs.x.1.saving~", "not our pattern");
+    TextWriter w(p);
+    w.Line("new");
+    w.Commit();
+    EXPECT_EQ(f.Read("out.grs"), "new\r\n");
+    EXPECT_FALSE(std::filesystem::exists(stale));
+    for (const std::string& kept : {live, other, lookalike}) EXPECT_TRUE(std::filesystem::exists(kept)) << kept;
+}
+
+// Files of one result are all written out before any replaces its old file.
+TEST(TextWriter, CommitAllWritesEveryFileBeforeReplacingAny) {
+    TestFolder f;
+    const std::string a = f.Write("run.out", "old dump\r\n"), b = f.Write("run.csv", "old csv\r\n");
+    TextWriter dump(a), csv(b);
+    dump.Line("new dump");
+    csv.Line("new csv");
+    dump.Finish();
+    EXPECT_EQ(f.Read("run.out"), "old dump\r\n");
+    CommitAll({&dump, nullptr, &csv});
+    EXPECT_EQ(f.Read("run.out"), "new dump\r\n");
+    EXPECT_EQ(f.Read("run.csv"), "new csv\r\n");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(f.path()), {}), 2);
 }

@@ -73,6 +73,25 @@ TEST_F(WorkbookTest, FaultsNameWorkbookSheetRowAndColumn) {
                       {"physical.xls, sheet TribFlow$, row 3, column AVGQW", "expected a number, found 'abc'"}));
 }
 
+// A sheet number is stored as a single: beyond its range it is refused naming the
+// cell, as is a text number that overflows even a double; a huge cell is quoted
+// only in part.
+TEST_F(WorkbookTest, NumbersBeyondASingleAndHugeCellsAreRefusedNamingTheRow) {
+    sheet("Historical.csv", "YR,ACFT\n48,3E+38\n48,1e40\n48,-1e400\n48," + std::string(1 << 20, 'q') + "\n");
+    osm::Database db = osm::OpenWorkbook(f_.File("physical.xls"));
+    osm::Cursor c = db.OpenSheet("Historical$");
+    EXPECT_FLOAT_EQ(c.Field("ACFT").single(), 3e38f);
+    c.MoveNext();
+    const osm::Cell big = c.Field("ACFT");
+    EXPECT_TRUE(Holds(FaultText([&] { big.single(); }), {"sheet Historical$, row 3, column ACFT", "1E+40", "single"}));
+    c.MoveNext();
+    EXPECT_TRUE(Holds(FaultText([&] { c.Field(1).number(); }), {"row 4", "-1e400", "single"}));
+    c.MoveNext();
+    const std::string text = FaultText([&] { c.Field(1).number(); });
+    EXPECT_TRUE(Holds(text, {"row 5", "1048576 characters"}));
+    EXPECT_LT(text.size(), 300u);
+}
+
 TEST_F(WorkbookTest, TheProgramsQueriesAndLinks) {
     sheet("CampingBeaches.csv", "MILE,PREF\n100,1\n9.5,4\n28.25,2\n60.5,9\n10,3\n45,7\n30,5\n");
     sheet("StarsOut.csv", "MILE,STAGE\n1,2.1\n3.5,3.25\n3.5,4.5\n3.5,1.75\n");

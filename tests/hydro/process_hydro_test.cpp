@@ -124,10 +124,67 @@ TEST(ProcessHydroFiles, RoutedFlowsFillTheLastCycle) {
     // The mean of both day types at the first reach: hours 49..72, 0.15 m3/s an hour.
     EXPECT_NEAR(p.QAvgTable(3, 4, 2), 0.15 * (49 + 72) / 2 * 35.315, 1e-3);
 
-    h.f.Write("hydro/usflowOF.dat", routed(900));
+    // More cycles than asked: the last one kept is whole, so the run goes on with the message.
+    h.f.Write("hydro/usflowOF.dat", routed(1200));
     ReadRouted(h.m, pr, 3, h.f.File("hydro/usflowOF.dat"));
     ASSERT_EQ(sink.seen.size(), 1u);
     EXPECT_EQ(sink.seen[0].text, "USFLOW did not simulate maxcycles for mar");
+}
+
+// A router or scheduler output that does not cover every hour and reach, or that
+// carries a negative flow, fails the run instead of leaving hours of no flow.
+TEST(ProcessHydroFiles, ShortOrNegativeOutputsAreFaults) {
+    HydroRiver h;
+    test::CollectMessages sink;
+    h.m.messages = &sink;
+    h.sizeTables();
+    Processor pr;
+    auto routed = [](int records, const std::string& last) {
+        std::string s;
+        for (int n = 1; n < records; ++n) s += std::to_string(n * 4 / 60.0) + " 1 1\r\n";
+        return s + last;
+    };
+    const std::string path = h.f.File("hydro/usflowON.dat");
+    h.f.Write("hydro/usflowON.dat", "0.066667 1 1\r\n");  // one line
+    EXPECT_TRUE(Holds(FaultText([&] { ReadRouted(h.m, pr, 3, path); }), {"usflowON.dat", "0 of the 72 hours", "mar"}));
+    h.f.Write("hydro/usflowON.dat", routed(900, "60 1 1\r\n"));
+    EXPECT_TRUE(Holds(FaultText([&] { ReadRouted(h.m, pr, 3, path); }), {"60 of the 72 hours"}));
+    h.f.Write("hydro/usflowON.dat", routed(1080, "72 1\r\n"));  // the last record lacks a reach
+    EXPECT_TRUE(Holds(FaultText([&] { ReadRouted(h.m, pr, 3, path); }), {"usflowON.dat", "reach 3", "the end of the file"}));
+    h.f.Write("hydro/usflowON.dat", routed(1080, "72 1\r\n72.066667 1 1\r\n"));  // and one within the file
+    EXPECT_TRUE(Holds(FaultText([&] { ReadRouted(h.m, pr, 3, path); }),
+                      {"usflowON.dat:1081", "reach 3 on line 1080", "a new line"}));
+    h.f.Write("hydro/usflowON.dat", routed(3, "0.2 1 1\r\n0.266667 1 -4\r\n"));
+    EXPECT_TRUE(Holds(FaultText([&] { ReadRouted(h.m, pr, 3, path); }), {"usflowON.dat:4", "reach 3", "0 or more", "'-4'"}));
+    h.f.Write("hydro/usflowON.dat", "0.066667 1 1 1\r\n");
+    EXPECT_TRUE(Holds(FaultText([&] { ReadRouted(h.m, pr, 3, path); }), {"usflowON.dat:1", "more flows"}));
+    EXPECT_TRUE(sink.seen.empty());
+
+    std::string out = peakshavOut(-5000, 3000);
+    h.f.Write("hydro/neg.out", out);
+    EXPECT_TRUE(Holds(FaultText([&] { ReadPeakshavOut(h.m, pr, 1, 2, h.f.File("hydro/neg.out")); }),
+                      {"neg.out:18", "hourly release (0 or more)"}));
+    h.f.Write("hydro/early.out", "one\r\nid\r\n");
+    EXPECT_TRUE(Holds(FaultText([&] { ReadPeakshavOut(h.m, pr, 1, 2, h.f.File("hydro/early.out")); }),
+                      {"early.out:2", "power value on line 16"}));
+}
+
+// The README's own example, from the folder above a relative program folder.
+TEST(ProcessHydro, ReadmeCommandWithARelativeFolder) {
+    HydroRiver h;
+    h.m.physical.StsTitle = "No action";
+    h.sizeTables();
+    std::filesystem::create_directories(h.f.File("data"));
+    std::filesystem::rename(h.hydro, h.f.File("data/hydro"));
+    std::filesystem::rename(h.f.File("Reaches.csv"), h.f.File("data/Reaches.csv"));
+    WriteSts(h.m, h.f.File("data/noaction.sts"));
+    h.f.Write("data/trial.sts", "the old file\r\n");
+    const std::string cmd = "cd " + h.f.path() + " && " + OSM_BATCH_EXE +
+                            " --folder data process-hydro --from noaction.sts --out trial.sts"
+                            " --title \"Trial: peaking with lower ramps\" >/dev/null 2>err.txt";
+    const int status = std::system(cmd.c_str());
+    ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << h.f.Read("err.txt");
+    EXPECT_EQ(h.f.Read("data/trial.sts").rfind("Trial: peaking with lower ramps\r\n", 0), 0u);
 }
 
 TEST(ProcessHydro, FailuresLeaveTheOldFileAndTheTables) {

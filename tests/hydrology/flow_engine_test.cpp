@@ -151,9 +151,11 @@ TEST(ScenarioFiles, StsRoundTripNoActionPowerValuesAndAMalformedFile) {
 TEST(ReleaseFiles, ExpRoundTripAndShortFile) {
     FlowRiver river;
     Physical& p = river.m.physical;
+    for (int y = 48; y <= 147; ++y) p.DiurnalCode(y) = 1;
     p.ExpTemp(7) = 14.5f, p.DiurnalCode(147) = 3, p.ExpTempYr(96) = true;
     SaveExp(river.m, river.f.File("a.exp"));
     Model n;
+    n.physical.NDiurnal = 3;
     LoadExp(n, river.f.File("a.exp"));
     EXPECT_EQ(n.physical.ExpTemp(7), 14.5f);
     EXPECT_EQ(n.physical.DiurnalCode(147), 3);

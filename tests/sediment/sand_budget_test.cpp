@@ -1,3 +1,4 @@
+#include <cmath>
 #include <gtest/gtest.h>
 
 #include "core/model.h"
@@ -149,4 +150,9 @@ TEST(SandStep, DivisionsByZeroAreFaults) {
     t.m.main.CurYr = 70;
     EXPECT_TRUE(osm::test::Holds(osm::test::FaultText([&] { SandStep(t.m, 2, April, 1.0f, 0, 1.0f, 0); }),
                                  {"zero discharge", "reach 2", "1970"}));
+    // A peak stage that is not a number cannot pick a slice.
+    t.m.main.MonthIdx = 268;  // April 1970
+    EXPECT_TRUE(osm::test::Holds(
+        osm::test::FaultText([&] { SandStep(t.m, 2, April, 1.0f, 1000, std::nanf(""), 0); }),
+        {"year 1970, month 4, reach 2", "slice of the peak stage", "NAN"}));
 }

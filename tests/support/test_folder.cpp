@@ -257,7 +257,7 @@ void WriteSmallRiver(const TestFolder& f) {
         f.Write(name, "\r\n");
     f.Write("default.trb", tributaryHabitat());
     f.Write("riverware.xls/Historical.csv", monthlyVolumes());
-    f.Write("physical.xls/TribFlow.csv", "OSD_Mile,YR,MNTH,CMONTH,AVGQW,SandMGL,FineMGL\r\n");
+    f.Write("physical.xls/TribFlow.csv", "OSD_Mile,YR,MNTH,CMONTH,AVGQW,SandMGL,FineMGL\r\n10,48,1,1,0,0,0\r\n");
     f.Write("physical.xls/StarsOut.csv", starsOut());
     f.Write("physical.xls/Fans.csv", "OSD_Mile,TribName\r\n");
     f.Write("physical.xls/OSDEqTemp.csv",
