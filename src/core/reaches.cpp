@@ -42,8 +42,8 @@ void ReadReachFile(Model& m, const std::string& path) {
         // would belong to the first only.
         if (!(row.down > row.up)) in.Fail("a downstream mile below the upstream mile " + NumText(row.up), NumText(row.down));
         if (!rows.empty() && row.up < rows.back().down)
-            in.Fail("an upstream mile at or below the downstream mile " + NumText(rows.back().down) +
-                        " of the reach before (reaches may not overlap)",
+            in.Fail("an upstream mile of " + NumText(rows.back().down) +
+                        " or more, the downstream mile of the reach before (reaches may not overlap)",
                     NumText(row.up));
         rows.push_back(row);
     }

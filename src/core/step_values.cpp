@@ -21,4 +21,10 @@ int StepIndex(const Model& m, int r, double x, std::string_view what) {
     return static_cast<int>(x);
 }
 
+void CheckStepValue(const Model& m, int r, double x, std::string_view what) {
+    if (!FitsSingle(x))
+        throw Fault(StepPlace(m, r) + ": " + std::string(what) + " is " + NumText(x) +
+                    ", not a finite number within the range of a single");
+}
+
 }  // namespace osm

@@ -2,7 +2,8 @@
 // Values a monthly step is about to use as a table index: a value that is not a
 // finite number (or does not fit an int) stops the run with a fault naming year,
 // month, reach and what the value was, rather than reading the wrong element.
-// Stored values are checked where the results store takes them.
+// A value a step has made and keeps (a store, a concentration) is checked the
+// same way, so the run stops where the value went wrong rather than later.
 #include <string>
 #include <string_view>
 
@@ -14,5 +15,7 @@ struct Model;
 std::string StepPlace(const Model& m, int r);
 // x as a table index; x must be a whole number (pass it through Int or CInt).
 int StepIndex(const Model& m, int r, double x, std::string_view what);
+// A fault unless x is a finite number within the range of a single.
+void CheckStepValue(const Model& m, int r, double x, std::string_view what);
 
 }  // namespace osm

@@ -458,7 +458,8 @@ Cell Cursor::located(const Cell& cell, size_t column) const {
 void Cursor::requireCell(size_t column) const {
     if (pos_ < widths_.size() && column >= widths_[pos_])
         throw Fault(source_ + ", row " + std::to_string(firstRow_ + static_cast<long>(pos_)) +
-                    ": the row ends after " + std::to_string(widths_[pos_]) + " cells, before column " +
+                    ": the row ends after " + std::to_string(widths_[pos_]) +
+                    (widths_[pos_] == 1 ? " cell" : " cells") + ", before column " +
                     columns_[column]);
 }
 

@@ -1,6 +1,7 @@
 // The release sequence: monthly volumes and spike flags from the workbook, the
 // experimental release file (.exp), and the historical suspended sediment.
 #include <array>
+#include <filesystem>
 
 #include "core/fault.h"
 #include "core/model.h"
@@ -26,7 +27,7 @@ void LoadMonthlyVolumes(Model& m, const std::string& workbook, const std::string
     Physical next = m.physical;
     next.AnnualVol.clear();
     const bool historical = sheet == "Historical$";
-    const std::string where = workbook + ", sheet " + sheet;
+    const std::string where = std::filesystem::path(workbook).filename().string() + ", sheet " + sheet;
     int year = 48, month = 1;
     int i = 1;
     for (; i <= MonthsOfRecord && !c.AtEnd(); ++i, c.MoveNext()) {
@@ -38,7 +39,8 @@ void LoadMonthlyVolumes(Model& m, const std::string& workbook, const std::string
         } else {
             vol = c.Field(field).single();
         }
-        if (vol < 0) throw FileFault(where, i + 1, "a release volume of 0 or more", NumText(vol));
+        if (vol < 0)
+            throw Fault(where + ", row " + NumText(i + 1) + ": a release volume must be 0 or more, found " + NumText(vol));
         next.MonthlyVol(i) = vol;
         next.AnnualVol(year) = next.AnnualVol(year) + vol;
         if (!historical && ++month > 12) {

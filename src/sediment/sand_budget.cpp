@@ -141,6 +141,9 @@ void SandStep(Model& m, int r, int month, float p, float Q, float StageHi, float
     const double passing = 1 - (dest12 + sd.SandDest(3));
     sd.ReachConc(r, 1) = Sng((in * passing + out) / (static_cast<double>(Q) * 86400 * days));
 
+    static const char* zoneSand[] = {"", "the sand in eddies", "the sand in channel margins", "the sand in the pool"};
+    for (int z = 1; z <= 3; ++z) CheckStepValue(m, r, sd.ZoneSand(r, z), zoneSand[z]);
+    CheckStepValue(m, r, sd.ReachConc(r, 1), "the sand concentration passed downstream");
     double gain = 0, total = 0;
     for (int z = 1; z <= 3; ++z) {
         gain += static_cast<double>(sd.ZoneSand(r, z)) - old[z];

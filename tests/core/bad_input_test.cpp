@@ -90,7 +90,7 @@ TEST(BadInput, MonthlyVolumesCoverTheRecordAndAreNonNegativeSingles) {
     });
     EXPECT_TRUE(Holds(shortText, {"riverware.xls, sheet Historical$", "holds 300 of the 600 months", "month 1 of 1973"}));
     EXPECT_TRUE(Holds(startFault([](const TestFolder& f) { edit(f, "riverware.xls/Historical.csv", "48,3,", "48,3,-5"); }),
-                      {"Historical$:4", "0 or more", "'-5'"}));
+                      {"riverware.xls, sheet Historical$, row 4", "0 or more, found -5"}));
     EXPECT_TRUE(Holds(startFault([](const TestFolder& f) { edit(f, "riverware.xls/Historical.csv", "48,3,", "48,3,1e40"); }),
                       {"sheet Historical$, row 4, column ACFT", "1E+40", "single"}));
 }

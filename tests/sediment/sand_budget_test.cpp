@@ -155,4 +155,10 @@ TEST(SandStep, DivisionsByZeroAreFaults) {
     EXPECT_TRUE(osm::test::Holds(
         osm::test::FaultText([&] { SandStep(t.m, 2, April, 1.0f, 1000, std::nanf(""), 0); }),
         {"year 1970, month 4, reach 2", "slice of the peak stage", "NAN"}));
+    // An erosion rate that overflows the store stops the step that made it.
+    t.dest(0.2f, 0.1f, 0.3f);
+    t.sd.ErodeRate = 1e30f;
+    t.sd.SandStore(1, 2, 1) = 1e10f;  // 1e40 g eroded
+    EXPECT_TRUE(osm::test::Holds(osm::test::FaultText([&] { SandStep(t.m, 2, April, 1.0f, 1000, 1.0f, 0); }),
+                                 {"year 1970, month 4, reach 2", "the sand in eddies is -INF"}));
 }
