@@ -596,7 +596,12 @@ Cursor Database::run(const std::string& sqlText, const std::string& source, long
     if (!db_) throw Fault("the database was moved away");
     const std::string book = !impl_->display.empty() ? impl_->display + ": " : "";
     auto failed = [&](const std::string& why) {
-        return Fault(book + "the query \"" + sqlText + "\" failed: " + why);
+        // Say which sheet stands behind each table the statement names.
+        std::string behind;
+        const std::string text = lower(sqlText);
+        for (const auto& [table, sheet] : impl_->sources)
+            if (text.find(table) != std::string::npos) behind += "; table " + table + " is " + sheet;
+        return Fault(book + "the query \"" + sqlText + "\" failed: " + why + behind);
     };
 
     Statement st;

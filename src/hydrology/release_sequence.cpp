@@ -35,6 +35,13 @@ void LoadMonthlyVolumes(Model& m, const std::string& workbook, const std::string
         if (historical) {
             vol = c.Field("ACFT").single();
             year = c.Field("YR").int16();
+            // Row i is month i of the record: a row dropped or doubled moves every month after it.
+            const int mnth = c.Field("MNTH").int16();
+            if (year != 48 + (i - 1) / 12 || mnth != (i - 1) % 12 + 1)
+                throw Fault(where + ", row " + NumText(i + 1) + ": expected YR " + NumText(48 + (i - 1) / 12) +
+                            " and MNTH " + NumText((i - 1) % 12 + 1) +
+                            " (one row a month from January 1948), found YR " + NumText(year) + " and MNTH " +
+                            NumText(mnth));
             if (year == 93 || year == 94) next.SpinVol(i) = vol;
         } else {
             vol = c.Field(field).single();
@@ -97,7 +104,7 @@ void LoadExp(Model& m, const std::string& path) {
 std::string DiurnalCodesText(const Physical& p) {
     std::string text;
     for (int k = 1; k <= p.NDiurnal; ++k) text += (k > 1 ? ", " : "") + NumText(k) + " (" + p.DiurnalName(k) + ")";
-    return text.empty() ? "none (the list names no scenario)" : text;
+    return text.empty() ? "none (diurnal_scenarios.txt names no scenario)" : text;
 }
 
 void SaveExp(const Model& m, const std::string& path) {

@@ -40,7 +40,16 @@ Database openCampTable(const Model& m) {
     return links;
 }
 
-void buildCampLists(Database& links, Rec& rc) {
+// A camp's INDEX is its number in the camp tables.
+int16_t campIndex(const Model& m, const Cursor& camps) {
+    const int16_t c = camps.Field("INDEX").int16();
+    if (c < 1 || c > MaxCamps)
+        throw Fault(m.main.PhysicalXls + ", sheet CampingBeaches: the camp at mile " + camps.Field("MILE").text() +
+                    " has INDEX " + NumText(c) + "; an INDEX numbers a camp 1 to " + NumText(MaxCamps));
+    return c;
+}
+
+void buildCampLists(const Model& m, Database& links, Rec& rc) {
     const int n = rc.NTripTypes;
     rc.CampCount.redim(Bounds{1, n}, Bounds{1, rc.MaxTripDays});
     rc.CampList.redim(Bounds{1, 2}, Bounds{1, n}, Bounds{1, rc.MaxTripDays}, Bounds{1, 0});
@@ -54,7 +63,7 @@ void buildCampLists(Database& links, Rec& rc) {
                 ++j;
                 if (j > rc.CampList.hi(3)) rc.CampList.redimPreserve(Bounds{1, j});
                 rc.CampList(1, t, d, j) = camps.Field("PREF").single();
-                rc.CampList(2, t, d, j) = camps.Field("INDEX").int16();
+                rc.CampList(2, t, d, j) = campIndex(m, camps);
             }
             rc.CampCount(t, d) = ToInt16(j, "camps of a trip day");
         }
@@ -193,7 +202,7 @@ void LoadRafting(Model& m) {
     computeTripMiles(next);
     Database links = openCampTable(m);
     SetPartyClass(next);
-    buildCampLists(links, next);
+    buildCampLists(m, links, next);
     readCamps(m, links, next);
     next.CampUse.redim(Bounds{0, 3}, camps, Bounds{0, 12});
     // Row 0 takes the camps whose mile lies outside the river.

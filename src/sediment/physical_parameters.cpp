@@ -28,11 +28,17 @@ void ReadPhyFile(Model& m, const std::string& path) {
     in.Text("the key \"HeatEx\"");
     p.heatEx = in.Single("HeatEx");
     const int nTrib = m.morph.NTrib;
+    // One seasonal pattern for the dam and one for each tributary of the Fans sheet.
+    const std::string patterns = " (" + NumText(nTrib + 1) + " seasonal patterns: one for the dam and one for each of the " +
+                                 NumText(nTrib) + " tributaries of the Fans sheet)";
     p.relSeason.redim(Bounds{0, nTrib}, Bounds{1, 12});
     for (int i = 0; i <= nTrib; ++i) {
-        in.Number("the index of seasonal pattern " + NumText(i));
+        in.Number("the index of seasonal pattern " + NumText(i) + patterns);
         for (int mo = 1; mo <= 12; ++mo) p.relSeason(i, mo) = in.Single("a seasonal pattern value");
     }
+    if (const std::string key = in.Text("the key \"MaxRelSeasonAdjust\""); IsNumber(key))
+        in.Fail("the key \"MaxRelSeasonAdjust\" after the last seasonal pattern" + patterns, key);
+    p.maxRelSeasonAdjust = in.Single("MaxRelSeasonAdjust");
     auto value = [&in](const char* key) {
         in.Text(std::string("the key \"") + key + "\"");
         return in.Single(key);
@@ -41,7 +47,6 @@ void ReadPhyFile(Model& m, const std::string& path) {
         in.Text(std::string("the key \"") + key + "\"");
         return in.Flag(key);
     };
-    p.maxRelSeasonAdjust = value("MaxRelSeasonAdjust");
     p.relativeSeasonal = flag("RelativeSeasonal");
     s.FullAdjustErode = flag("FullAdjustErode");
     s.OSDSSConc = value("OSDSSConc");

@@ -156,6 +156,30 @@ void beachBase(Model& m) {
     }
 }
 
+// Potentials are what the slices may hold: each must be a finite amount, and a
+// margin's not negative, or the sand step would store absurd amounts (an angle
+// of repose of 90 degrees gives wedges of negative size, volumes near the limit
+// of a single overflow).
+void checkPotentials(const Model& m) {
+    const Main& mn = m.main;
+    const Sediment& sd = m.sediment;
+    const std::string from[] = {"",
+                                "eddies (sheet Eddy_Storage$ and the eddies of sheet RC90$)",
+                                "channel margins (AngleOfRepose " + NumText(sd.AngleOfRepose) +
+                                    ", AvgCMLengthInMiles " + NumText(sd.AvgCMLengthInMiles) + ")",
+                                "the pool (sheet MCPool_Storage$ and the BedThick parameters)"};
+    for (int r = mn.FirstReach; r <= mn.LastReach; ++r)
+        for (int z = 1; z <= 3; ++z)
+            for (int s = 1; s <= mn.NSlices; ++s) {
+                const double pot = sd.SandPot(s, r, z);
+                // The pool's curve may extrapolate below 0 at high flows; the other zones never do.
+                if (!FitsSingle(pot) || (z == 2 && pot < 0))
+                    throw Fault("reach " + NumText(r) + ", slice " + NumText(s) + ": the sand storage potential of " +
+                                from[z] + " is " + NumText(pot) + ", not a finite amount" +
+                                (z == 2 ? " of 0 or more" : ""));
+            }
+}
+
 }  // namespace
 
 int BandOfSlice(const Model& m, int s, int r) {
@@ -192,6 +216,7 @@ void RecomputeStorage(Model& m, bool Reset) {
     eddyPotential(m, eddies);
     marginPotential(m);
     poolPotential(m);
+    checkPotentials(m);
     if (Reset) ResetSandStore(m);
     beachBase(m);
 }

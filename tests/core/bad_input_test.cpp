@@ -95,6 +95,35 @@ TEST(BadInput, MonthlyVolumesCoverTheRecordAndAreNonNegativeSingles) {
                       {"sheet Historical$, row 4, column ACFT", "1E+40", "single"}));
 }
 
+// Row i of the release record is month i: a dropped or doubled row used to shift
+// the spin-up years out of their table.
+TEST(BadInput, ReleaseRowsRunMonthByMonth) {
+    EXPECT_TRUE(Holds(startFault([](const TestFolder& f) { edit(f, "riverware.xls/Historical.csv", "48,5,", "48,4,650000"); }),
+                      {"sheet Historical$, row 6", "expected YR 48 and MNTH 5", "found YR 48 and MNTH 4"}));
+}
+
+// Parameters that make the slices' potentials absurd are refused where they are
+// computed, naming the reach, the slice and the parameters behind them.
+TEST(BadInput, StoragePotentialsMustBeFiniteAndMarginsNotNegative) {
+    EXPECT_TRUE(Holds(startFault([](const TestFolder& f) { edit(f, "default.phy", "\"AngleOfRepose\"", "\"AngleOfRepose\",90"); }),
+                      {"reach 2, slice 2", "channel margins (AngleOfRepose 90", "of 0 or more"}));
+    EXPECT_TRUE(Holds(startFault([](const TestFolder& f) {
+                          edit(f, "physical.xls/Eddy_Storage.csv", "10000,", "10000,3e38,3e38,3e38");
+                      }),
+                      {"reach 2, slice", "eddies (sheet Eddy_Storage$", "INF"}));
+    // One seasonal pattern more than the tributaries of the Fans sheet.
+    EXPECT_TRUE(Holds(startFault([](const TestFolder& f) {
+                          edit(f, "default.phy", "0,", "0,1,1,1,1,1,1,1,1,1,1,1,1\r\n1,1,1,1,1,1,1,1,1,1,1,1,1");
+                      }),
+                      {"default.phy:3", "\"MaxRelSeasonAdjust\"", "one for each of the 0 tributaries of the Fans sheet", "'1'"}));
+}
+
+// A camp INDEX outside the camp tables used to end in an index fault naming no sheet.
+TEST(BadInput, ACampIndexOutsideTheCampTablesIsNamed) {
+    EXPECT_TRUE(Holds(startFault([](const TestFolder& f) { edit(f, "physical.xls/CampingBeaches.csv", "0.290000,", "0.290000,M,37,0"); }),
+                      {"sheet CampingBeaches", "mile 0.29", "INDEX 0", "1 to 127"}));
+}
+
 TEST(BadInput, TextFilesRefuseOverlapsNegativeCountsAndFlowsAndHugeNumbers) {
     EXPECT_TRUE(Holds(startFault([](const TestFolder& f) { edit(f, "Reaches.csv", "3,\"Lower", "3,\"Lower gorge\",0,40"); }),
                       {"Reaches.csv:5", "may not overlap", "'0'"}));
@@ -138,6 +167,8 @@ TEST(BadInput, DiurnalCodesOutsideTheListAreNamedWithTheCodesThatExist) {
                       {"default.exp:", "diurnal pattern of 1950", "1 (noaction), 2 (steady)", "'99'"}));
     EXPECT_TRUE(Holds(startFault([](const TestFolder& f) { edit(f, "default.exp", "1990,", "1990,0,0"); }),
                       {"diurnal pattern of 1990", "'0'"}));
+    EXPECT_TRUE(Holds(startFault([](const TestFolder& f) { f.Write("diurnal_scenarios.txt", ""); }),
+                      {"default.exp:", "none (diurnal_scenarios.txt names no scenario)"}));
     auto s = test::StartSmallModel(true);
     Model& m = s->m;
     m.physical.DiurnalCode(48) = 3;
