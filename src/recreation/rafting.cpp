@@ -202,8 +202,8 @@ void LoadRafting(Model& m) {
     computeTripMiles(next);
     Database links = openCampTable(m);
     SetPartyClass(next);
-    buildCampLists(m, links, next);
     readCamps(m, links, next);
+    buildCampLists(m, links, next);
     next.CampUse.redim(Bounds{0, 3}, camps, Bounds{0, 12});
     // Row 0 takes the camps whose mile lies outside the river.
     next.ReachCampUse.redim(Bounds{1, 3}, Bounds{0, mn.NReaches}, Bounds{0, 12});
