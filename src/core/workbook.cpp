@@ -589,19 +589,23 @@ Cursor Database::OpenRequiredSheet(const std::string& sheetName) {
 
 Cursor Database::Query(const std::string& sqlText) {
     const std::string book = impl_ && !impl_->display.empty() ? impl_->display + ", " : "";
-    return run(sqlText, book + "query \"" + sqlText + "\"", 1);
+    return run(sqlText, book + "query \"" + sqlText + "\"" + tablesBehind(sqlText), 1);
+}
+
+// For messages: the sheet behind each table a statement names.
+std::string Database::tablesBehind(const std::string& sqlText) const {
+    std::string behind;
+    const std::string text = lower(sqlText);
+    for (const auto& [table, sheet] : impl_->sources)
+        if (text.find(table) != std::string::npos) behind += " (table " + table + ": " + sheet + ")";
+    return behind;
 }
 
 Cursor Database::run(const std::string& sqlText, const std::string& source, long firstRow) {
     if (!db_) throw Fault("the database was moved away");
     const std::string book = !impl_->display.empty() ? impl_->display + ": " : "";
     auto failed = [&](const std::string& why) {
-        // Say which sheet stands behind each table the statement names.
-        std::string behind;
-        const std::string text = lower(sqlText);
-        for (const auto& [table, sheet] : impl_->sources)
-            if (text.find(table) != std::string::npos) behind += "; table " + table + " is " + sheet;
-        return Fault(book + "the query \"" + sqlText + "\" failed: " + why + behind);
+        return Fault(book + "the query \"" + sqlText + "\" failed: " + why + tablesBehind(sqlText));
     };
 
     Statement st;

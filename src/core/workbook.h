@@ -116,6 +116,7 @@ private:
     // Loads a sheet of the workbook as a table; false when the workbook has no such sheet.
     bool loadSheet(const std::string& sheetName);
     Cursor run(const std::string& sqlText, const std::string& source, long firstRow);
+    std::string tablesBehind(const std::string& sqlText) const;
 
     struct Impl;
     sqlite3* db_ = nullptr;

@@ -184,8 +184,8 @@ void MonthlyFlows(Model& m, int iYear, int iMonth) {
         if (k != p.CurDiurnal || iYear == 1) {
             const std::string path = InFolder(m, p.DiurnalName(k) + ".sts");
             if (!FileExists(path))
-                throw Fault("the scenario file " + path + " of diurnal code " + NumText(k) +
-                            " (year " + NumText(1900 + mn.CurYr) + ") is missing");
+                throw Fault("the scenario file " + path + " of diurnal code " + NumText(k) + " (year " +
+                            NumText(1900 + mn.CurYr) + ", named in " + m.main.DiurnalFile + ") is missing");
             ReadSts(m, path, false);
             p.CurDiurnal = static_cast<int16_t>(k);
         }

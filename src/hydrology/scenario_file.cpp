@@ -83,14 +83,16 @@ void readLevels(TextReader& in, const Main& mn, Scenario& s) {
     s.qDi.redim(Bounds{0, 2}, Bounds{0, 12}, Bounds{0, NLevels}, Bounds{0, mn.NReaches}, Bounds{0, 24});
     for (int L = 1; L <= NLevels; ++L)
         for (int mo = 1; mo <= 12; ++mo) {
-            if (in.Int16("the month of level " + NumText(L)) != mo) in.Fail("month " + NumText(mo), "another month");
+            if (const int got = in.Int16("the month of level " + NumText(L)); got != mo)
+                in.Fail("month " + NumText(mo) + " of level " + NumText(L) + " (records run month by month, level by level)",
+                        NumText(got));
             in.Number("the level's volume");
             in.Text("\"Power Value=\"");
             s.powerVal(mo, L) = in.Single("a power value");
             for (int r = mn.FirstReach; r <= mn.LastReach; ++r) {
-                if (in.Int16("a reach number") != r)
+                if (const int got = in.Int16("a reach number"); got != r)
                     in.Fail("reach " + NumText(r) + " (the file's reaches must match the Reach Breaks file)",
-                            "another reach");
+                            NumText(got));
                 s.qAvg(mo, L, r) = in.NonNegative("a mean flow");
                 for (int d = 1; d <= 2; ++d)
                     for (int h = 1; h <= 24; ++h) s.qDi(d, mo, L, r, h) = in.NonNegative("an hourly flow");

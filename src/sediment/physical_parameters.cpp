@@ -29,8 +29,9 @@ void ReadPhyFile(Model& m, const std::string& path) {
     p.heatEx = in.Single("HeatEx");
     const int nTrib = m.morph.NTrib;
     // One seasonal pattern for the dam and one for each tributary of the Fans sheet.
-    const std::string patterns = " (" + NumText(nTrib + 1) + " seasonal patterns: one for the dam and one for each of the " +
-                                 NumText(nTrib) + " tributaries of the Fans sheet)";
+    const std::string patterns = " (" + NumText(nTrib + 1) + " seasonal pattern" + (nTrib > 0 ? "s" : "") +
+                                 ": one for the dam and one for each of the " + NumText(nTrib) +
+                                 " tributaries of the Fans sheet)";
     p.relSeason.redim(Bounds{0, nTrib}, Bounds{1, 12});
     for (int i = 0; i <= nTrib; ++i) {
         in.Number("the index of seasonal pattern " + NumText(i) + patterns);

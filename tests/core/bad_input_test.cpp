@@ -175,4 +175,9 @@ TEST(BadInput, DiurnalCodesOutsideTheListAreNamedWithTheCodesThatExist) {
     SetCalendar(m, 1, 1);
     EXPECT_TRUE(Holds(FaultText([&] { MonthlyFlows(m, 1, 1); }),
                       {"year 1948", "diurnal code 3", "1 (noaction), 2 (steady)"}));
+    // A name of the list without its file says where the name came from.
+    m.physical.DiurnalName(2) = "nothing";
+    m.physical.DiurnalCode(48) = 2;
+    EXPECT_TRUE(Holds(FaultText([&] { MonthlyFlows(m, 1, 1); }),
+                      {"nothing.sts of diurnal code 2 (year 1948, named in", "diurnal_scenarios.txt) is missing"}));
 }

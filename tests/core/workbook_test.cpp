@@ -110,11 +110,16 @@ TEST_F(WorkbookTest, TheProgramsQueriesAndLinks) {
     EXPECT_FALSE(osm::LinkSheet(links, book(), "StarsOut$", "Camps"));
     EXPECT_TRUE(osm::UnlinkTable(links, "Camps"));
     EXPECT_FALSE(links.hasTable("Camps"));
-    // A query on a linked sheet without its columns says which sheet stands behind the table.
+    // A bad cell of a linked sheet, and a query on one without its columns, say which sheet stands behind the table.
+    sheet("Bad.csv", "MILE\nNaN\n");
+    ASSERT_TRUE(osm::LinkSheet(links, book(), "Bad", "Camps"));
+    EXPECT_TRUE(Holds(FaultText([&] { links.Query("SELECT * FROM Camps ORDER BY MILE").Field("MILE").number(); }),
+                      {"(table camps: physical.xls, sheet Bad$), row 1, column MILE", "'NaN'"}));
+    EXPECT_TRUE(osm::UnlinkTable(links, "Camps"));
     sheet("Empty.csv", "");
     ASSERT_TRUE(osm::LinkSheet(links, book(), "Empty", "Camps"));
     EXPECT_TRUE(Holds(FaultText([&] { links.Query("SELECT * FROM Camps ORDER BY MILE"); }),
-                      {"no such column: MILE", "table camps is physical.xls, sheet Empty$"}));
+                      {"no such column: MILE", "(table camps: physical.xls, sheet Empty$)"}));
 
     // The hydraulic sheet is loaded by the first statement that names it; no section: one row of empty cells.
     osm::Database stars = osm::OpenWorkbook(book());
