@@ -1,5 +1,6 @@
 #include "core/fault.h"
 
+#include "core/main_module.h"
 #include "core/numbers.h"
 
 namespace osm {
@@ -12,6 +13,13 @@ std::string describe(const std::string& file, int line, const std::string& expec
     return text;
 }
 }  // namespace
+
+std::string RunPlace(const Main& mn, int reach) {
+    const int month = mn.CumMonth > 0 ? (mn.CumMonth - 1) % 12 + 1 : 0;
+    std::string text = "year " + NumText(1900 + mn.CurYr) + ", month " + NumText(month);
+    if (reach != 0) text += ", reach " + NumText(reach);
+    return text;
+}
 
 FileFault::FileFault(const std::string& file, int line, const std::string& expected,
                      const std::string& found)

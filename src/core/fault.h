@@ -12,6 +12,12 @@ public:
 };
 
 // A fault in an input file: names the file, the line and what was expected.
+struct Main;
+
+// Where a run is, for a fault raised by a step: "year 1993, month 4, reach 5"
+// (the reach left out when it is 0).
+std::string RunPlace(const Main& mn, int reach = 0);
+
 class FileFault : public Fault {
 public:
     FileFault(const std::string& file, int line, const std::string& expected,

@@ -42,9 +42,11 @@ double Cell::number() const {
     return fitting(Val(text_), Excerpt(text_));
 }
 
-// Every number of a sheet is stored as a single: one beyond its range is refused.
+// Every number of a sheet is a single before anything compares or sums it, so a
+// sheet mile on a reach break falls as the single reach mile does; one beyond a
+// single's range is refused.
 double Cell::fitting(double v, const std::string& shown) const {
-    if (FitsSingle(v)) return v;
+    if (FitsSingle(v)) return static_cast<float>(v);
     throw Fault((where_.empty() ? std::string("cell") : where_) + ": the number " + shown +
                 " is beyond the range of a single-precision number (about 3.4E+38)");
 }

@@ -27,8 +27,8 @@ public:
 
     Kind kind() const { return kind_; }
     bool isEmpty() const { return kind_ == Kind::Empty; }
-    // An empty cell is 0; a text that is not a number, or a number beyond the range
-    // of a single, is a fault naming the cell.
+    // The cell as a single: an empty cell is 0; a text that is not a number, or a
+    // number beyond the range of a single, is a fault naming the cell.
     double number() const;
     float single() const { return static_cast<float>(number()); }
     // Rounded half to even; outside -32768..32767 is a fault naming the cell.

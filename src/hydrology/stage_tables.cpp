@@ -24,8 +24,8 @@ constexpr std::array<double, NSheetQ> sheetQ = {5000,  8000,  10000, 15000, 1800
 constexpr double feetPerMile = 5280.0;
 
 // One piecewise-linear rating over rows 1..13: the segment below the first row
-// whose x exceeds the argument, the last segment beyond the top row and the first
-// below row 1. `x` and `y` give row i.
+// whose x exceeds the argument, and the last segment beyond the top row. Below
+// row 1 the rating has no row to start from: a fault. `x` and `y` give row i.
 template <typename X, typename Y>
 double Rate(X x, Y y, double arg, int r, const char* xName) {
     int j = NRatingRows;
@@ -35,7 +35,10 @@ double Rate(X x, Y y, double arg, int r, const char* xName) {
             break;
         }
     }
-    if (j < 1) j = 1;
+    if (j < 1)
+        throw Fault("the rating of reach " + NumText(r) + " is asked for " + NumText(arg) +
+                    ", below the first row of " + xName + " (" + NumText(x(1)) +
+                    "); the rating has no row below it");
     if (j > NRatingRows - 1) j = NRatingRows - 1;
     const double dx = x(j + 1) - x(j);
     if (dx == 0.0)

@@ -271,10 +271,16 @@ void BeachCapacity(Model& m) {
         double x = 0;
         for (int s = sd.BeachLowSlice(r); s <= sd.BeachHighSlice(r); ++s) x += sd.SandStore(s, r, 1);
         const double f = x / (sd.BeachBasePot(r) + 1e-10);
-        const double j = scale > 0 ? Int(BeachCurvePoints / (1.0 / scale) * f) : 0.0;
-        // Sand beyond the curve's end gives the beaches its last point; point 0
-        // reads no campsites.
-        const int i = static_cast<int>(std::clamp<double>(j, 0, BeachCurvePoints));
+        if (scale == 0)
+            throw Fault(RunPlace(mn, r) + ": the beach scale BaseBeachRelFull is 0, so the campsite "
+                        "curve spans no sand; set it above 0 in the physical parameters");
+        const double j = Int(BeachCurvePoints / (1.0 / scale) * f);
+        // Point 0 reads no campsites; sand beyond the curve's last point has no reading.
+        if (!(j >= 0 && j <= BeachCurvePoints))
+            throw Fault(RunPlace(mn, r) + ": the beach fullness " + NumText(f) +
+                        " gives campsite curve point " + NumText(j) + ", outside 0.." +
+                        NumText(BeachCurvePoints) + "; check the eddy sand and the beach limits");
+        const int i = static_cast<int>(j);
         for (int k = 1; k <= 3; ++k) rc.BeachCap(k, r) = sd.BeachCurve(i, k, r);
     }
 }

@@ -149,8 +149,9 @@ void SandStep(Model& m, int r, int month, float p, float Q, float StageHi, float
         gain += static_cast<double>(sd.ZoneSand(r, z)) - old[z];
         total += sd.ZoneSand(r, z);
     }
-    const double error = out + gain - in;
-    sd.SandBalance(r) = Sng(error);
+    // The check and its message see the error as stored, a single.
+    sd.SandBalance(r) = Sng(out + gain - in);
+    const double error = sd.SandBalance(r);
     if (std::fabs(error) * 100 / (total + 1e-10) > BalanceTolerancePct) showBalance(m, r, error);
     sd.SandBalance(r) = Sng(error / 1000000);
 }

@@ -55,6 +55,15 @@ TEST_F(WorkbookTest, SheetKeepsRowOrderQuotingAndCellKinds) {
     EXPECT_EQ(c.Field("Reach").kind(), osm::Cell::Kind::Text);
 }
 
+// A sheet's numbers are singles wherever they are read, also through a query:
+// 52.3 is 52.29999924 and compares equal to a reach mile of 52.3.
+TEST_F(WorkbookTest, NumbersAreSingles) {
+    sheet("Mainsed.csv", "OSD_Mile\n52.3\n");
+    osm::Database db = osm::OpenWorkbook(book());
+    EXPECT_EQ(db.OpenSheet("Mainsed$").Field("OSD_Mile").number(), static_cast<double>(52.3f));
+    EXPECT_EQ(db.Query("SELECT OSD_Mile FROM Mainsed").Field(0).number(), static_cast<double>(52.3f));
+}
+
 TEST_F(WorkbookTest, FaultsNameWorkbookSheetRowAndColumn) {
     sheet("TribFlow.csv", "Name,AVGQW\nKanab,3\nParia,abc\n");
     sheet("Twice.csv", "MILE,Stage,mile\n1,2,3\n");

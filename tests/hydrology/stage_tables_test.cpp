@@ -110,7 +110,9 @@ TEST(StageTables, RatingInterpolatesAndExtendsTheEndSegments) {
         p.WidthTable(i, r) = i == 1 ? 0.0f : static_cast<float>(i == 13 ? 190 : 100 + 10 * (i - 2));
     }
     EXPECT_DOUBLE_EQ(StageOfQ(river.m, r, 12500), 3.5);   // between 10000 and 15000
-    EXPECT_DOUBLE_EQ(StageOfQ(river.m, r, -5000), -1.0);  // the first segment extended
+    // Below the first row the rating has nothing to read.
+    EXPECT_TRUE(Holds(FaultText([&] { StageOfQ(river.m, r, -5000); }),
+                      {"reach 2", "-5000", "below the first row of QTable"}));
     // 45000..60000 rises 3 ft: 10000 cfs more is 2 ft more.
     EXPECT_DOUBLE_EQ(StageOfQ(river.m, r, 70000), 16.0);
     EXPECT_DOUBLE_EQ(QOfStage(river.m, r, 16.0), 70000.0);

@@ -60,6 +60,18 @@ TEST(MorphologySheets, TribFlowTablesAndTheRunningSum) {
     EXPECT_FLOAT_EQ(t.m.morph.TribQ(1, 2), 50);
 }
 
+// A tributary on a reach break read from the sheet as a single: 10.2 is
+// 10.19999981 in both, so the inclusive lookup puts it in the upper reach.
+TEST(MorphologySheets, ASheetMileOnAReachBreakComparesAsASingle) {
+    Sheets t;
+    ReadReachFile(t.m, t.f.Write("Reaches.csv", "\"t\",3,2,3\r\n\"a\",\"b\",\"c\",\"d\"\r\n1,\"Dam\",0,0.5\r\n"
+                                                "2,\"Upper\",0.5,10.2\r\n3,\"Lower\",10.2,20\r\n"));
+    t.sheet("TribFlow", "OSD_Mile,YR,MNTH,CMONTH,AVGQW,SandMGL,FineMGL\r\n10.2,48,1,1,50,0,0\r\n");
+    ReadTribFlow(t.m, t.xls, "TribFlow$");
+    EXPECT_FLOAT_EQ(t.m.morph.TribQ(1, 2), 50);
+    EXPECT_FLOAT_EQ(t.m.morph.TribQ(1, 3), 0);
+}
+
 // Reach 2 averages two transects, reach 3 has none and is named in a message.
 // Each slice (1000, 3000, 5000 cfs) takes the first level above its discharge,
 // the highest level above the last.

@@ -75,6 +75,20 @@ TEST(SandStep, OneMonthWorkedByHand) {
     EXPECT_EQ(t.messages.seen[0].text, "Lost      1.0 tons in reach 2");
 }
 
+// The same month with a little more sand in: the error is -1,049,999.94 g worked
+// in doubles, -1,050,000 as the single the message reports, so it reads 1.1 tons.
+TEST(SandStep, TheBalanceMessageReportsTheStoredSingle) {
+    OneReach t(0.2f, 0.1f, 0.3f);
+    t.pots(1, 300000, 200000, 100000);
+    t.pots(2, 50000, 50000, 50000);
+    t.pots(3, 0, 500000, 9e9f);
+    t.sd.ReachConc(1, 1) = 0.00101273146f, t.sd.ReachConc(1, 2) = 0.002f;
+    SandStep(t.m, 2, April, 1.0f, 1000, 3.0f, 0);
+    ASSERT_EQ(t.messages.seen.size(), 1u);
+    EXPECT_EQ(t.messages.seen[0].text, "Lost      1.1 tons in reach 2");
+    EXPECT_FLOAT_EQ(t.sd.SandBalance(2), -1.05f);
+}
+
 // With every share of the inflow sent to a zone, erosion at both rates and the
 // fullness reduction on, what leaves in the water is exactly what came in less
 // what the reach gained, step after step of a spike month. The bands are rebuilt
