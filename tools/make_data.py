@@ -904,14 +904,20 @@ def species_equilibrium(sp):
 # Production, vegetation, indicator populations
 # ---------------------------------------------------------------------------
 
+# Tuned on 50-year whole-model runs: the rapids re-aerate the river to saturation
+# within a reach (OxyExchange); light extinction per mg/l that puts Secchi depths
+# near the observed ones below the tributaries (LightExtTurb); algae maintenance
+# (PhotoEffic) and the drying power (DryPower) that keep tailwater algae and benthos
+# near the observations and BaseBenthos, since the width at the lowest stage of a
+# peaking day is a sixth of the width at its highest.
 PRODUCTION = dict(
-    OxyExchange=0.8, GRConstA=475.0, GRConstB=40.0, GRConstC=33.5, OutflowO2=8.5,
-    FineWgt=2.0, BaseLightExt=0.06, LightExtTurb=0.01, AlgaeMax=3.0, MinProdWinter=0.1,
-    PhotoEffic=0.25, LakeDetritus=0.5, OstrelDetritus=0.8, AlgaeDetritus=0.3, DetSink=2.0,
+    OxyExchange=30.0, GRConstA=475.0, GRConstB=40.0, GRConstC=33.5, OutflowO2=8.5,
+    FineWgt=2.0, BaseLightExt=0.06, LightExtTurb=0.005, AlgaeMax=3.0, MinProdWinter=0.1,
+    PhotoEffic=0.15, LakeDetritus=0.5, OstrelDetritus=0.8, AlgaeDetritus=0.3, DetSink=2.0,
     NatDetritus=3.0, TribDetritus=20.0,
     BaseBenthos=5.0, BenthosGrowthEff=0.2, BaseMort=0.3, MortQ10=2.0, Colonize=0.05,
     LakeDrift=0.02, DriftRate=0.01, DriftSink=0.5, NatDrift=0.05,
-    MaxRToMort=3.0, AlgaeAvail=0.5, DryPower=1.0, ScourSand=500.0, ScourKeep=0.8,
+    MaxRToMort=3.0, AlgaeAvail=0.5, DryPower=0.15, ScourSand=500.0, ScourKeep=0.8,
     LabileAlgal=0.6, LabileTerr=0.3, TerrDetritus=0.0005, DetConsume=0.05, RefractRate=0.5,
 )
 # name, climax flags on fines/sand/gravel/talus/bedrock, growth, dkill, wmin, wmax,

@@ -38,6 +38,21 @@ Model::Model() {
     physical.RelSeason.redim(Bounds{0, 0}, Bounds{1, 12});
     popsubs.Biomass.redim(Bounds{0, 20});
     popsubs.CatchDataFlag.redim(Bounds{0, 20});
+    popsubs.PredFree.redim(Bounds{0, 20});
+    Production& pr = production;
+    const Bounds veg{0, MaxVegTypes};
+    pr.VegName.redim(veg);
+    pr.VegClimax.redim(Bounds{0, 5}, veg);
+    for (auto* t : {&pr.VegGrowth, &pr.VegDkill, &pr.VegBug, &pr.VegDet}) t->redim(veg);
+    pr.VegWmin.redim(veg);
+    pr.VegWmax.redim(veg);
+    pr.VegComp.redim(veg, veg);
+    pr.VegMort.redim(Bounds{0, 0}, veg);
+    pr.FoodName.redim(Bounds{0, MaxIndicatorFoods});
+    pr.PopName.redim(Bounds{0, MaxIndicatorPops});
+    for (auto* t : {&pr.PopR, &pr.PopS, &pr.PopV, &pr.PopA1, &pr.PopA2, &pr.PopE})
+        t->redim(Bounds{0, MaxIndicatorPops});
+    pr.PopF.redim(Bounds{0, MaxIndicatorFoods}, Bounds{0, MaxIndicatorPops});
     graphs.VisForms.redim(Bounds{1, 4});
     graphs.GraphSlot.redim(Bounds{1, 6});
     graphs.MapSlot.redim(Bounds{1, 6});

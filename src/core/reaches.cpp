@@ -142,16 +142,25 @@ void AllocateReachArrays(Model& m) {
     mo.TribHabCurve.redim(Bounds{0, 20}, reach, Bounds{1, 3});
 
     Production& pr = m.production;
-    for (auto* t : {&pr.DO, &pr.SecchiDepth, &pr.AlgaeBiomass, &pr.AlgaeTotal, &pr.Detritus,
-                    &pr.Inverts, &pr.RiparianLitter})
-        t->redim(reach);
+    for (auto* t : {&pr.DO, &pr.SecchiDepth, &pr.AlgaeBiomass, &pr.AlgaeTotal, &pr.NoonStage,
+                    &pr.DetLabile, &pr.DetRefract, &pr.BenthosTotal, &pr.BenthosEq, &pr.Drift,
+                    &pr.MinWidthPrev, &pr.VegBugProd, &pr.VegDetritus})
+        t->redim(reach0);  // row r - 1 of the first reach
+    pr.AlgaeSlice.redim(slices0, reach);
     pr.AlgaeClass.redim(Bounds{1, 6}, reach);
-    pr.DetritusIn.redim(Bounds{1, 2}, reach);
-    pr.VegArea.redim(Bounds{1, 5}, reach);
-    pr.ObsChem.redim(months, reach, Bounds{0, 6});
+    pr.DetBudget.redim(Bounds{1, 6}, reach);
+    pr.Benthos.redim(Bounds{1, 2}, reach);
+    pr.VegCover.redim(Bounds{0, MaxVegTypes}, slices0, reach);
+    pr.VegDepthDose.redim(Bounds{0, MaxVegTypes}, slices0, reach);
+    pr.SliceDryScore.redim(slices0, reach);
+    pr.SliceWaterDepth.redim(slices0, reach);
+    pr.VegArea.redim(Bounds{0, MaxVegTypes}, reach);
+    pr.ObsProd.redim(months, reach0, Bounds{0, 6});  // reach 0: sites off the river
 
     Popsubs& ps = m.popsubs;
     ps.Share.redim(reach, Bounds{0, 20});
+    ps.PredIdx.redim(Bounds{0, 20}, reach);
+    ps.PredIdx0.redim(Bounds{0, 20}, reach);
     ps.CatchIndex.redim(Bounds{0, 20}, reach, years);
     ps.CatchObs.redim(reach, years);
     ps.AnglerDaysObs.redim(reach, years);

@@ -97,35 +97,35 @@ void storeVariable(Model& m, Store& s, int v, int r, int iMonth) {
         return;
     case 14:
         s.put(v, 1, r, pr.DO(r));
-        s.put(v, 2, r, pr.ObsChem(om, r, 1));
+        s.put(v, 2, r, pr.ObsProd(om, r, 1));
         return;
     case 15:
         s.put(v, 1, r, pr.SecchiDepth(r));
-        s.put(v, 2, r, pr.ObsChem(om, r, 2));
+        s.put(v, 2, r, pr.ObsProd(om, r, 2));
         return;
     case 16:
         s.put(v, 1, r, pr.AlgaeBiomass(r));
-        s.put(v, 2, r, pr.ObsChem(om, r, 3));
+        s.put(v, 2, r, pr.ObsProd(om, r, 3));
         return;
     case 17:
         s.put(v, 1, r, pr.AlgaeTotal(r));
-        s.put(v, 2, r, pr.ObsChem(om, r, 5));
+        s.put(v, 2, r, pr.ObsProd(om, r, 4));  // "TOTMASM"
         return;
     case 18:
         for (int c = 1; c <= 5; ++c)
             s.put(v, c, r, pr.AlgaeClass(c, r) * 100.0 / (pr.AlgaeClass(6, r) + 1e-10));
         return;
     case 19:
-        s.put(v, 1, r, pr.DetritusIn(1, r));
-        s.put(v, 2, r, pr.Detritus(r));
-        s.put(v, 3, r, pr.ObsChem(om, r, 4));
+        s.put(v, 1, r, pr.DetBudget(1, r));  // detritus coming in from upstream
+        s.put(v, 2, r, pr.DetLabile(r));
+        s.put(v, 3, r, pr.ObsProd(om, r, 5));  // "DETRITUS"
         return;
     case 20:
-        s.put(v, 1, r, pr.Inverts(r));
-        s.put(v, 2, r, pr.ObsChem(om, r, 6));
+        s.put(v, 1, r, pr.BenthosTotal(r));
+        s.put(v, 2, r, pr.ObsProd(om, r, 6));  // the drift's sum with "INVERTS"
         return;
     case 21:
-        s.put(v, 1, r, pr.RiparianLitter(r));
+        s.put(v, 1, r, pr.VegDetritus(r));  // riparian litter
         return;
     case 22:
         for (int t = 1; t <= 3; ++t) s.put(v, t, r, pr.VegArea(t, r));

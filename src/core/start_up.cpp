@@ -17,6 +17,7 @@
 #include "presentation/graph_table.h"
 #include "presentation/graphics_setup.h"
 #include "presentation/map_layers.h"
+#include "production/production_file.h"
 #include "production/production_steps.h"
 #include "recreation/recreation_steps.h"
 #include "sediment/morphology_sheets.h"

@@ -20,6 +20,7 @@
 #include "presentation/graphics_setup.h"
 #include "presentation/view_layout.h"
 #include "recreation/recreation_steps.h"
+#include "production/production_file.h"
 #include "sediment/physical_parameters.h"
 
 namespace osm {
@@ -99,8 +100,8 @@ void MainWindow::buildMenus() {
     on(add(file, "mnuLoadPhysPar", "Load Physical Submodel Parameters"), &MainWindow::mnuLoadPhysPar_Click);
     on(add(file, "mnuSavePhysPar", "Save Physical Submodel Parameters"), &MainWindow::mnuSavePhysPar_Click);
     separator(file, "mnublank2");
-    add(file, "mnuLoadProdPar", "Load Chemistry/Production Submodel Parameters");
-    add(file, "mnuSaveProdPar", "Save Chemistry/Production Submodel Parameters");
+    on(add(file, "mnuLoadProdPar", "Load Chemistry/Production Submodel Parameters"), &MainWindow::mnuLoadProdPar_Click);
+    on(add(file, "mnuSaveProdPar", "Save Chemistry/Production Submodel Parameters"), &MainWindow::mnuSaveProdPar_Click);
     separator(file, "mnublank99");
     add(file, "MnuPopParLoad", "Load Population Submodel Parameters");
     add(file, "MnuSavePopPars", "Save Population Parameters");
@@ -152,8 +153,7 @@ void MainWindow::buildMenus() {
     // Entries whose forms are not part of the program yet stay in their place,
     // disabled.
     for (const char* later :
-         {"mnuLoadProdPar", "mnuSaveProdPar", "MnuPopParLoad", "MnuSavePopPars", "mnuLoadTribHabData",
-          "mnuSaveTribHabData", "mnuSaveRec", "mnuOSDRelease", "mnuHydSedInput", "setexptemp", "MnuPopharv",
+         {"MnuPopParLoad", "MnuSavePopPars", "mnuLoadTribHabData", "mnuSaveTribHabData", "mnuSaveRec", "mnuOSDRelease", "mnuHydSedInput", "setexptemp", "MnuPopharv",
           "mnupophatch", "mnuSed", "mnubaseprod", "mnuVegetation", "mnuReachPop", "mnupopdyn", "mnupophab",
           "mnuTribHab", "trophlink", "mnuTrout", "mnuRaft", "mnuCultural", "mnuLegEd", "mnuCross", "mnuMapsRedraw",
           "mnuMapsLegEd"})
@@ -292,6 +292,26 @@ void MainWindow::mnuSavePhysPar_Click() {
     fileCommand("Save Physical Submodel Parameters to File", [&] {
         WritePhyFile(m_, path.toStdString());
         m_.main.PhyFile = path.toStdString();
+    });
+}
+
+void MainWindow::mnuLoadProdPar_Click() {
+    const QString path = dialogs_.Open(this, QStringLiteral("Load Chemistry/Production Submodel Parameter File"),
+                                       QStringLiteral("bhp"), qs(m_.main.BhpFile));
+    if (path.isEmpty()) return;
+    fileCommand("Load Chemistry/Production Submodel Parameter File", [&] {
+        ReadBhpFile(m_, path.toStdString());
+        m_.main.BhpFile = path.toStdString();
+    });
+}
+
+void MainWindow::mnuSaveProdPar_Click() {
+    const QString path = dialogs_.Save(this, QStringLiteral("Save Production Submodel Parameters"),
+                                       QStringLiteral("bhp"), qs(m_.main.BhpFile));
+    if (path.isEmpty()) return;
+    fileCommand("Save Production Submodel Parameters", [&] {
+        WriteBhpFile(m_, path.toStdString());
+        m_.main.BhpFile = path.toStdString();
     });
 }
 

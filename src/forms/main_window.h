@@ -62,6 +62,8 @@ private:
     void mnuSaveGraphSet_Click();
     void mnuLoadPhysPar_Click();
     void mnuSavePhysPar_Click();
+    void mnuLoadProdPar_Click();
+    void mnuSaveProdPar_Click();
     void mnuLoadRec_Click();
     void mnuLoadOSDExp_Click();
     void mnuSaveOSDExp_Click();

@@ -4,7 +4,14 @@
 
 namespace osm {
 
-void ResetPredIdx(Model&) {}
+void ResetPredIdx(Model& m) {
+    Popsubs& ps = m.popsubs;
+    for (int a = ps.NSpecies + 1; a <= ps.NSpecies + 3; ++a)
+        for (int r = 1; r <= m.main.NReaches; ++r) {
+            ps.PredIdx(a, r) = 1;
+            ps.PredIdx0(a, r) = 1;
+        }
+}
 void PopInit(Model&, int /*flag*/) {}
 void CopyPredIdx(Model&) {}
 void PopHabitat(Model&, int /*iYear*/, int /*iMonth*/) {}

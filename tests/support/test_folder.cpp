@@ -172,6 +172,20 @@ void writeScenarios(const TestFolder& f) {
 
 // Habitat blocks of the two run reaches: an index, then three classes of a
 // length and 21 curve points.
+// Production parameters: two vegetation types, three mortality points and one
+// indicator population.
+std::string production() {
+    return "0.8 475 40 33.5 8.5\r\n"
+           "2 0.06 0.01 3 0.1 0.25 0.5 0.8 0.3 2 3 20\r\n"
+           "5 0.2 0.3 2 0.05 0.02 0.01 0.5 0.05\r\n"
+           "3 0.5 1 500 0.8\r\n"
+           "0.6 0.3 0.0005 0.05 0.5\r\n"
+           "2 3 0.01\r\n"
+           "\"Marsh\"\r\n-1 -1 0 0 0\r\n0.8 0.5 0 3 0.5 0.8\r\n1 0.4\r\n0.1 0.5 0.9\r\n"
+           "\"Willow\"\r\n-1 -1 -1 0 0\r\n0.5 0.3 1 8 1 0.6\r\n0.5 1\r\n0.05 0.2 0.6\r\n"
+           "1 1\r\n\"Detritus\"\r\n3 0.5 2 5 10 0 \"Snails\"\r\n100\r\n";
+}
+
 std::string tributaryHabitat() {
     std::string s = "2 3\r\n";
     for (int r = 2; r <= 3; ++r) {
@@ -252,8 +266,7 @@ void WriteSmallRiver(const TestFolder& f) {
             "may,60,1600,520\r\njun,70,1700,540\r\njul,70,1700,540\r\naug,70,1700,540\r\n"
             "sep,60,1600,520\r\noct,60,1600,520\r\nnov,50,1500,500\r\ndec,50,1500,500\r\n");
     for (const char* name : {"ORRiv.mif", "ORRiv.mid", "Lakes.mif", "tribs.mif",
-                             "model.mde", "Reachlabels.csv", "CampingBeaches.csv", "default.bhp",
-                             "default.fis"})
+                             "model.mde", "Reachlabels.csv", "CampingBeaches.csv", "default.fis"})
         f.Write(name, "\r\n");
     f.Write("default.trb", tributaryHabitat());
     f.Write("riverware.xls/Historical.csv", monthlyVolumes());
@@ -268,7 +281,11 @@ void WriteSmallRiver(const TestFolder& f) {
     f.Write("physical.xls/Mainsed.csv",
             "OSD_Mile,YR,MONTH,AVGQ_CFS,AVGSSMGL\r\n1,55,5,40000,4000\r\n1,55,6,60000,6500\r\n");
     writeMorphologySheets(f);
-    f.Write("lower_production.xls/Benthos.csv", "OSD_Mile\r\n");
+    f.Write("default.bhp", production());
+    f.Write("lower_production.xls/Benthos.csv",
+            "USGS_Mile,YR,MNTH,DO,SECCHI,ALGAE,TOTMASM\r\n5,90,7,9.5,12,2.5,30\r\n");
+    f.Write("lower_production.xls/Drift.csv",
+            "USGS_Mile,YR,MNTH,DETRITUS,INVERTS,ALGAE\r\n5,90,7,0.4,0.1,0.3\r\n");
     f.Write("population.xls/Lookup.csv", "Code\r\n");
 }
 
