@@ -814,7 +814,7 @@ HAB_EFFECTS = ["Juvenile capacity", "Predation risk", "Adult food and space"]
 # RchFry, Pwk1, Pwk2, htype, dispersal (stay), breedtime, vul shape
 SPECIES = [
     dict(name="Gorge chub", code="GCH", alpha=0.35, alphamax=0.55, rho=0.80, wk=4,
-         sbase=0.80, sbasejuv=0.45, rcjuv=8.0, fec=2500, sfry=0.05, ppred=0.6,
+         sbase=0.80, sbasejuv=0.45, rcjuv=8.0, fec=2500, sfry=0.05, ppred=0.3,
          rchfry=6, pwk1=5, pwk2=8, htype=0.5, stay=0.9, breed=6, vul="early"),
     dict(name="Canyon sucker", code="CSU", alpha=0.9, alphamax=1.3, rho=0.80, wk=5,
          sbase=0.80, sbasejuv=0.45, rcjuv=6.0, fec=5000, sfry=0.05, ppred=0.2,
@@ -857,28 +857,30 @@ RBT_YEARS = list(range(77, 98))
 
 # Habitat links: (species, h, k, curve kind, strength)
 HAB_LINKS = [
-    (1, 4, 1, "inc", 0.8), (1, 6, 1, "inc", 0.4), (1, 1, 2, "inc", 0.3),
-    (2, 4, 1, "inc", 0.5), (2, 5, 2, "dec", 0.2),
+    (1, 4, 1, "sat", 2.0), (1, 6, 1, "inc", 0.4), (1, 1, 2, "inc", 0.3),
+    (2, 4, 1, "sat", 1.0), (2, 6, 1, "inc", 0.4), (2, 5, 2, "dec", 0.2),
     (3, 4, 1, "dec", 0.6), (3, 1, 2, "inc", 0.3), (3, 2, 3, "inc", 0.5),
     (4, 4, 1, "dec", 0.3), (4, 2, 3, "inc", 0.4),
     (5, 6, 1, "inc", 0.3), (5, 1, 2, "inc", 0.2),
-    (6, 4, 1, "inc", 1.0),
-    (7, 4, 1, "inc", 0.8),
-    (8, 6, 1, "inc", 0.5), (8, 4, 1, "inc", 0.5),
+    (6, 4, 1, "sat", 2.0),
+    (7, 4, 1, "sat", 2.0),
+    (8, 6, 1, "inc", 0.5), (8, 4, 1, "sat", 1.0),
 ]
 HAB_SCALE = 10.0
 
 # Trophic links: predator, prey, proportion of predator diet, proportion of
-# prey mortality.  Prey 9..11 are the food types.
+# prey mortality.  Prey 9..11 are the food types.  Cladophora gives the fish
+# nothing they digest (its worth is the insects living on it, carried by the
+# algae feeders of the benthos), so its links crop it without feeding the fish.
 TROPHIC = [
-    (1, 9, 0.5, 0.05), (1, 10, 0.2, 0.05), (1, 11, 0.1, 0.02),
-    (2, 11, 0.4, 0.1), (2, 9, 0.3, 0.05),
-    (3, 9, 0.6, 0.15), (3, 10, 0.1, 0.05), (3, 11, 0.1, 0.05), (3, 5, 0.05, 0.05),
+    (1, 9, 0.5, 0.05), (1, 10, 0.05, 0.05), (1, 11, 0.0, 0.01),
+    (2, 11, 0.0, 0.05), (2, 9, 0.3, 0.05),
+    (3, 9, 0.6, 0.15), (3, 10, 0.05, 0.05), (3, 11, 0.0, 0.02), (3, 5, 0.05, 0.05),
     (4, 3, 0.25, 0.15), (4, 9, 0.4, 0.05), (4, 5, 0.1, 0.1), (4, 1, 0.05, 0.1),
-    (5, 9, 0.7, 0.05), (5, 11, 0.1, 0.02),
-    (6, 9, 0.3, 0.02), (6, 11, 0.3, 0.05),
-    (7, 1, 0.05, 0.1), (7, 5, 0.15, 0.2), (7, 9, 0.4, 0.03), (7, 10, 0.1, 0.03),
-    (8, 9, 0.4, 0.05), (8, 11, 0.3, 0.05),
+    (5, 9, 0.7, 0.05), (5, 11, 0.0, 0.01),
+    (6, 9, 0.3, 0.02), (6, 11, 0.0, 0.03),
+    (7, 1, 0.02, 0.1), (7, 5, 0.15, 0.2), (7, 9, 0.4, 0.03), (7, 10, 0.02, 0.03),
+    (8, 9, 0.4, 0.05), (8, 11, 0.0, 0.03),
 ]
 
 VUL_SHAPES = {
@@ -1496,6 +1498,10 @@ def hab_curve(kind, strength):
         x = j / HAB_SCALE
         if kind == "inc":
             v = x ** strength
+        elif kind == "sat":
+            # Warm-water fish: colder than the first year's month limits the
+            # young, warmer gives them nothing more.
+            v = min(1.0, x) ** strength
         else:
             v = x ** (-strength)
         out.append(round(min(3.0, max(0.05, v)), 4))
@@ -1575,25 +1581,30 @@ def write_bhp(w):
 
 
 def write_trb(w, D):
-    """Tributary and backwater habitat: per reach an index, then for the
-    three classes a multiplier or length and a curve of 21 cells."""
+    """Tributary and backwater habitat: per reach the accessible length of the
+    tributary mouth, then for the three classes a multiplier and a curve of 21
+    cells."""
     lines = [blanks(FIRST_REACH, LAST_REACH)]
     trib_reaches = {}
     for t in D["tribs"]:
         trib_reaches[t["reach"]] = t
     for r in range(FIRST_REACH, LAST_REACH + 1):
         t = trib_reaches.get(r)
-        lines.append("1")
-        # class 1: usable width of the tributary mouth (ft) against tributary
-        # flow in steps of 15 cfs; the first value is the accessible length (ft).
+        # Accessible length of the tributary from the main stem (ft).
         if t is not None:
             length = 6000.0 if t["name"] == "TSR" else (2500.0 if t["fan"] else 800.0)
+        else:
+            length = 0.0
+        lines.append(num(length))
+        # class 1: usable width of the tributary mouth (ft) against tributary
+        # flow in steps of 15 cfs.
+        lines.append("1")
+        if t is not None:
             width_max = 45.0 if t["name"] == "TSR" else 25.0
             curve = [round(width_max * min(1.0, (j * 15.0 / 120.0)) ** 0.7 *
                            (1.0 if j * 15 < 200 else 0.6), 2) for j in range(21)]
         else:
-            length, curve = 0.0, [0.0] * 21
-        lines.append(num(length))
+            curve = [0.0] * 21
         lines += [num(v) for v in curve]
         # class 2: ponded area at the mouth (ft2) against main-stem flow in
         # steps of 1500 cfs.

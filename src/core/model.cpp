@@ -36,9 +36,7 @@ Model::Model() {
     sediment.IniPropSliceFull.redim(Bounds{1, 3});
     morph.TribReach.redim(Bounds{1, 2});
     physical.RelSeason.redim(Bounds{0, 0}, Bounds{1, 12});
-    popsubs.Biomass.redim(Bounds{0, 20});
-    popsubs.CatchDataFlag.redim(Bounds{0, 20});
-    popsubs.PredFree.redim(Bounds{0, 20});
+    AllocateSpeciesTables(popsubs);
     Production& pr = production;
     const Bounds veg{0, MaxVegTypes};
     pr.VegName.redim(veg);

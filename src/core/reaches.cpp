@@ -137,9 +137,9 @@ void AllocateReachArrays(Model& m) {
     mo.NCM.redim(reach0);
     mo.NEddy.redim(reach0, Bounds{0, 3});
     mo.TribBasinArea.redim(reach0);
-    mo.TribHabIndex.redim(reach);
-    mo.TribHabLen.redim(reach, Bounds{1, 3});
-    mo.TribHabCurve.redim(Bounds{0, 20}, reach, Bounds{1, 3});
+    mo.TribHabLen.redim(reach);
+    mo.TribHabIndex.redim(Bounds{1, 3}, reach);
+    mo.TribHabCurve.redim(Bounds{1, 3}, reach, Bounds{0, 20});
 
     Production& pr = m.production;
     for (auto* t : {&pr.DO, &pr.SecchiDepth, &pr.AlgaeBiomass, &pr.AlgaeTotal, &pr.NoonStage,
@@ -157,13 +157,7 @@ void AllocateReachArrays(Model& m) {
     pr.VegArea.redim(Bounds{0, MaxVegTypes}, reach);
     pr.ObsProd.redim(months, reach0, Bounds{0, 6});  // reach 0: sites off the river
 
-    Popsubs& ps = m.popsubs;
-    ps.Share.redim(reach, Bounds{0, 20});
-    ps.PredIdx.redim(Bounds{0, 20}, reach);
-    ps.PredIdx0.redim(Bounds{0, 20}, reach);
-    ps.CatchIndex.redim(Bounds{0, 20}, reach, years);
-    ps.CatchObs.redim(reach, years);
-    ps.AnglerDaysObs.redim(reach, years);
+    AllocatePopReachTables(m.popsubs, mn.NReaches);
 
     Rec& rc = m.rec;
     rc.BeachCap.redim(Bounds{1, 3}, reach);

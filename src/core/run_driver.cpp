@@ -12,6 +12,7 @@
 #include "hydrology/flow_engine.h"
 #include "hydrology/river_temperature.h"
 #include "population/population_steps.h"
+#include "population/reach_populations.h"
 #include "production/production_steps.h"
 #include "recreation/recreation_steps.h"
 #include "sediment/sand_budget.h"

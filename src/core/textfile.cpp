@@ -67,7 +67,7 @@ void TextReader::finishField() {
     else if (atLineBreak()) consumeLineBreak();
 }
 
-std::string TextReader::field(std::string_view what, bool numeric, bool& quoted) {
+std::string TextReader::field(std::string_view what, bool numeric, bool& quoted, bool keepBlanks) {
     quoted = false;
     skipBlanks();
     if (mode_ == Mode::Blanks) {
@@ -93,7 +93,7 @@ std::string TextReader::field(std::string_view what, bool numeric, bool& quoted)
         out = buf_.substr(pos_ + 1, close - pos_ - 1);
         pos_ = close + 1;
     } else {
-        const bool blankEnds = numeric || mode_ == Mode::Blanks;
+        const bool blankEnds = numeric || (mode_ == Mode::Blanks && !keepBlanks);
         size_t end = pos_;
         while (end < buf_.size()) {
             const char c = buf_[end];
@@ -112,6 +112,11 @@ std::string TextReader::field(std::string_view what, bool numeric, bool& quoted)
 std::string TextReader::Text(std::string_view what) {
     bool quoted = false;
     return field(what, false, quoted);
+}
+
+std::string TextReader::Name(std::string_view what) {
+    bool quoted = false;
+    return field(what, false, quoted, true);
 }
 
 double TextReader::Number(std::string_view what) {

@@ -28,6 +28,9 @@ public:
 
     // One field. `what` says what was expected, for the message.
     std::string Text(std::string_view what);
+    // A text that keeps its blanks and ends at a comma or the line end, whatever
+    // the mode (names written bare in files written with blanks).
+    std::string Name(std::string_view what);
     double Number(std::string_view what);
     float Single(std::string_view what) { return static_cast<float>(Number(what)); }
     // A single of 0 or more (a flow, a volume, a limit, a count).
@@ -56,7 +59,7 @@ private:
     void skipBlanks();
     void finishField();
     // Raw field text; `quoted` tells whether it stood in quotes.
-    std::string field(std::string_view what, bool numeric, bool& quoted);
+    std::string field(std::string_view what, bool numeric, bool& quoted, bool keepBlanks = false);
 
     std::string path_;
     std::string buf_;

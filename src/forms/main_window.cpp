@@ -20,7 +20,9 @@
 #include "presentation/graphics_setup.h"
 #include "presentation/view_layout.h"
 #include "recreation/recreation_steps.h"
+#include "population/population_file.h"
 #include "production/production_file.h"
+#include "sediment/tributary_habitat_file.h"
 #include "sediment/physical_parameters.h"
 
 namespace osm {
@@ -103,11 +105,11 @@ void MainWindow::buildMenus() {
     on(add(file, "mnuLoadProdPar", "Load Chemistry/Production Submodel Parameters"), &MainWindow::mnuLoadProdPar_Click);
     on(add(file, "mnuSaveProdPar", "Save Chemistry/Production Submodel Parameters"), &MainWindow::mnuSaveProdPar_Click);
     separator(file, "mnublank99");
-    add(file, "MnuPopParLoad", "Load Population Submodel Parameters");
-    add(file, "MnuSavePopPars", "Save Population Parameters");
+    on(add(file, "MnuPopParLoad", "Load Population Submodel Parameters"), &MainWindow::MnuPopParLoad_Click);
+    on(add(file, "MnuSavePopPars", "Save Population Parameters"), &MainWindow::MnuSavePopPars_Click);
     separator(file, "mnublank4");
-    add(file, "mnuLoadTribHabData", "Load Tributary Habitat Data");
-    add(file, "mnuSaveTribHabData", "Save Tributary Habitat Data");
+    on(add(file, "mnuLoadTribHabData", "Load Tributary Habitat Data"), &MainWindow::mnuLoadTribHabData_Click);
+    on(add(file, "mnuSaveTribHabData", "Save Tributary Habitat Data"), &MainWindow::mnuSaveTribHabData_Click);
     separator(file, "mnublank6");
     on(add(file, "mnuLoadRec", "Load Recreation Submodel Parameters"), &MainWindow::mnuLoadRec_Click);
     add(file, "mnuSaveRec", "Save Recreation Submodel Parameters");
@@ -153,7 +155,7 @@ void MainWindow::buildMenus() {
     // Entries whose forms are not part of the program yet stay in their place,
     // disabled.
     for (const char* later :
-         {"MnuPopParLoad", "MnuSavePopPars", "mnuLoadTribHabData", "mnuSaveTribHabData", "mnuSaveRec", "mnuOSDRelease", "mnuHydSedInput", "setexptemp", "MnuPopharv",
+         {"mnuSaveRec", "mnuOSDRelease", "mnuHydSedInput", "setexptemp", "MnuPopharv",
           "mnupophatch", "mnuSed", "mnubaseprod", "mnuVegetation", "mnuReachPop", "mnupopdyn", "mnupophab",
           "mnuTribHab", "trophlink", "mnuTrout", "mnuRaft", "mnuCultural", "mnuLegEd", "mnuCross", "mnuMapsRedraw",
           "mnuMapsLegEd"})
@@ -313,6 +315,38 @@ void MainWindow::mnuSaveProdPar_Click() {
         WriteBhpFile(m_, path.toStdString());
         m_.main.BhpFile = path.toStdString();
     });
+}
+
+// Loads and saves of the population and tributary habitat files: one pattern.
+void MainWindow::parameterFile(bool load, const char* title, const char* ext, std::string& current,
+                               const std::function<void(const std::string&)>& action) {
+    const QString path = load ? dialogs_.Open(this, QString::fromLatin1(title), QString::fromLatin1(ext), qs(current))
+                              : dialogs_.Save(this, QString::fromLatin1(title), QString::fromLatin1(ext), qs(current));
+    if (path.isEmpty()) return;
+    fileCommand(title, [&] {
+        action(path.toStdString());
+        current = path.toStdString();
+    });
+}
+
+void MainWindow::MnuPopParLoad_Click() {
+    parameterFile(true, "Load Population Submodel Parameter File", "fis", m_.main.FisFile,
+                  [&](const std::string& p) { ReadPopFile(m_, p); });
+}
+
+void MainWindow::MnuSavePopPars_Click() {
+    parameterFile(false, "Save Population Submodel Parameters", "fis", m_.main.FisFile,
+                  [&](const std::string& p) { WritePopFile(m_, p); });
+}
+
+void MainWindow::mnuLoadTribHabData_Click() {
+    parameterFile(true, "Load Tributary Habitat Data", "trb", m_.main.TrbFile,
+                  [&](const std::string& p) { ReadTrbFile(m_, p); });
+}
+
+void MainWindow::mnuSaveTribHabData_Click() {
+    parameterFile(false, "Save Tributary Habitat Information", "trb", m_.main.TrbFile,
+                  [&](const std::string& p) { WriteTrbFile(m_, p); });
 }
 
 void MainWindow::mnuLoadRec_Click() {

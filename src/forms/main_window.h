@@ -3,6 +3,7 @@
 // the status form and the result views are tiled inside it.
 #include <QMainWindow>
 
+#include <functional>
 #include <map>
 #include <memory>
 
@@ -64,6 +65,12 @@ private:
     void mnuSavePhysPar_Click();
     void mnuLoadProdPar_Click();
     void mnuSaveProdPar_Click();
+    void MnuPopParLoad_Click();
+    void MnuSavePopPars_Click();
+    void mnuLoadTribHabData_Click();
+    void mnuSaveTribHabData_Click();
+    void parameterFile(bool load, const char* title, const char* ext, std::string& current,
+                       const std::function<void(const std::string&)>& action);
     void mnuLoadRec_Click();
     void mnuLoadOSDExp_Click();
     void mnuSaveOSDExp_Click();

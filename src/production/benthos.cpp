@@ -6,6 +6,7 @@
 
 #include "core/model.h"
 #include "core/numbers.h"
+#include "population/reach_populations.h"
 #include "production/production_steps.h"
 
 namespace osm {
@@ -101,6 +102,6 @@ void ResetBenthos(Model& m) {
     }
 }
 
-void ProductionYear(Model&, int) {}
+void ProductionYear(Model& m, int) { ReachPopYear(m); }
 
 }  // namespace osm

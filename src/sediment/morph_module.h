@@ -37,10 +37,10 @@ struct Morph {
 
     Table1<float> TribBasinArea{"TribBasinArea"};  // r, m2
 
-    // Tributary habitat (.trb): habitat classes c 1..3, curve points i 0..20.
-    Table1<float> TribHabIndex{"TribHabIndex"};    // r
-    Table2<float> TribHabLen{"TribHabLen"};        // (r, c)
-    Table3<float> TribHabCurve{"TribHabCurve"};    // (i, r, c)
+    // Tributary habitat (.trb): habitat classes c 1..3, curve cells j 0..20.
+    Table1<float> TribHabLen{"TribHabLen"};        // r, accessible length from the main stem, ft
+    Table2<float> TribHabIndex{"TribHabIndex"};    // (c, r), multiplier of the class curve
+    Table3<float> TribHabCurve{"TribHabCurve"};    // (c, r, j)
 };
 
 }  // namespace osm

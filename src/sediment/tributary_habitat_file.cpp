@@ -16,16 +16,16 @@ void ReadTrbFile(Model& m, const std::string& path) {
         throw FileFault(path, 1, "a reach range within 1 to " + NumText(static_cast<int>(m.main.NReaches)),
                         NumText(first) + " " + NumText(last));
     Morph& mo = m.morph;
-    Table1<float> index = mo.TribHabIndex;
-    Table2<float> len = mo.TribHabLen;
+    Table1<float> len = mo.TribHabLen;
+    Table2<float> index = mo.TribHabIndex;
     Table3<float> curve = mo.TribHabCurve;
     for (int r = first; r <= last; ++r) {
         const std::string reach = " of reach " + NumText(r);
-        index(r) = in.Single("the habitat index" + reach);
+        len(r) = in.Single("the accessible length" + reach);
         for (int c = 1; c <= 3; ++c) {
             const std::string cls = " of habitat class " + NumText(c) + reach;
-            len(r, c) = in.Single("the length" + cls);
-            for (int i = 0; i <= 20; ++i) curve(i, r, c) = in.Single("curve point " + NumText(i) + cls);
+            index(c, r) = in.Single("the habitat index" + cls);
+            for (int j = 0; j <= 20; ++j) curve(c, r, j) = in.Single("curve point " + NumText(j) + cls);
         }
     }
     mo.TribHabIndex = std::move(index);
@@ -44,10 +44,10 @@ void WriteTrbFile(const Model& m, const std::string& path) {
         out.EndRecord();
     };
     for (int r = first; r <= last; ++r) {
-        line(mo.TribHabIndex(r));
+        line(mo.TribHabLen(r));
         for (int c = 1; c <= 3; ++c) {
-            line(mo.TribHabLen(r, c));
-            for (int i = 0; i <= 20; ++i) line(mo.TribHabCurve(i, r, c));
+            line(mo.TribHabIndex(c, r));
+            for (int j = 0; j <= 20; ++j) line(mo.TribHabCurve(c, r, j));
         }
     }
     out.Commit();

@@ -1,6 +1,6 @@
 #pragma once
-// The tributary habitat file (.trb): by reach an index, and for each of three
-// habitat classes a length and a curve of 21 points.
+// The tributary habitat file (.trb): by reach the accessible length, and for
+// each of three habitat classes a multiplier and a curve of 21 cells.
 #include <string>
 
 namespace osm {

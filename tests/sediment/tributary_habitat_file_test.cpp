@@ -19,11 +19,11 @@ TEST(TributaryHabitatFile, RoundTripAndBadInput) {
     std::string text = f.Read("again.trb");
     EXPECT_EQ(text, TestFolder::ReadFile(OSM_SOURCE_DIR "/data/default.trb"));
 
-    text.replace(text.find("\r\n") + 2, 0, "x");  // the index of reach 2, line 2
-    const float index2 = m.morph.TribHabIndex(2);
+    text.replace(text.find("\r\n") + 2, 0, "x");  // the length of reach 2, line 2
+    const float index2 = m.morph.TribHabLen(2);
     EXPECT_TRUE(test::Holds(test::FaultText([&] { ReadTrbFile(m, f.Write("bad.trb", text)); }),
-                            {"bad.trb:2", "habitat index of reach 2"}));
+                            {"bad.trb:2", "accessible length of reach 2"}));
     EXPECT_TRUE(test::Holds(test::FaultText([&] { ReadTrbFile(m, f.Write("range.trb", "2 14\r\n")); }),
                             {"range.trb:1", "1 to 12"}));
-    EXPECT_EQ(m.morph.TribHabIndex(2), index2);
+    EXPECT_EQ(m.morph.TribHabLen(2), index2);
 }

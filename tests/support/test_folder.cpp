@@ -170,8 +170,6 @@ void writeScenarios(const TestFolder& f) {
     WritePhyFile(m, f.File("default.phy"));
 }
 
-// Habitat blocks of the two run reaches: an index, then three classes of a
-// length and 21 curve points.
 // Production parameters: two vegetation types, three mortality points and one
 // indicator population.
 std::string production() {
@@ -186,6 +184,8 @@ std::string production() {
            "1 1\r\n\"Detritus\"\r\n3 0.5 2 5 10 0 \"Snails\"\r\n100\r\n";
 }
 
+// Habitat blocks of the two run reaches: a length, then three classes of an
+// index and 21 curve cells.
 std::string tributaryHabitat() {
     std::string s = "2 3\r\n";
     for (int r = 2; r <= 3; ++r) {
@@ -196,6 +196,31 @@ std::string tributaryHabitat() {
         }
     }
     return s;
+}
+
+// Two species: a trout whose risk grows with the stage range and that eats
+// aquatic insects and the chub; a chub that eats Cladophora.
+std::string populations() {
+    std::string s = "2 20 6 3\r\nStage range\r\nArea\r\nCover\r\nTemperature\r\nSediment\r\n"
+                    "Warm area\r\nJuveniles\r\nRisk\r\nGrowth\r\n";
+    const char* heads[] = {
+        "Rainbow trout\r\n2 0.6 1.2 0.7 3 0.55 0.35 5 False\r\n2000 0.1 0.2 0 0\r\n0.1 2 2 5 0\r\n0 0 0\r\n0.8 4\r\n",
+        "Gorge chub\r\n1 0.35 0.55 0.8 4 0.8 0.45 8 False\r\n2500 0.05 0.3 0 0\r\n0.6 3 5 8 0.5\r\n0 0 0\r\n0.9 6\r\n"};
+    for (int i = 0; i < 2; ++i) {
+        s += heads[i];
+        for (int mo = 1; mo <= 12; ++mo) s += "1\r\n";
+        for (int hk = 1; hk <= 18; ++hk) {
+            if (i == 0 && hk == 2) {  // stage range on the risk
+                s += "-1\r\n5 4 2 10\r\n";
+                for (int j = 1; j <= 20; ++j) s += std::to_string(0.5 + j * 0.05).substr(0, 4) + "\r\n";
+            } else {
+                s += "0\r\n";
+            }
+        }
+        s += "2 100\r\n";
+        for (int y = 1; y <= 100; ++y) s += "0\r\n";
+    }
+    return s + "1 3 0.6 0.1\r\n1 2 0.1 0.2\r\n2 5 0.4 0.05\r\n";
 }
 
 // Deposits, substrate and storage sheets: a few eddies and margins in each reach,
@@ -228,6 +253,7 @@ std::string recreation() {
     std::string s = "#FALSE#,0.5,2,1\r\n2,0.75\r\n3,0.25\r\n\"TotalMaxEffort\",1200\r\n";
     for (const char* mo : {"jan", "feb", "mar", "apr", "may", "jun", "jul", "aug", "sep", "oct", "nov", "dec"})
         s += std::string("\"") + mo + "\",0.0625,1\r\n";
+    s += "1,#TRUE#\r\n\"qMax\",1.2E-05\r\n\"AgeVul\",0.05,0.4,0.9\r\n2,#FALSE#\r\n";
     s += "RAFTING\r\n1\r\nTrip Type\r\nTest trip\r\nParties per year\r\n60\r\n"
          "Trip length (days)\r\n10\r\nPeople per party\r\n10\r\n"
          "Daily launch limit by month\r\n0,0,0,1,1,1,1,1,1,0,0,0\r\n"
@@ -266,7 +292,7 @@ void WriteSmallRiver(const TestFolder& f) {
             "may,60,1600,520\r\njun,70,1700,540\r\njul,70,1700,540\r\naug,70,1700,540\r\n"
             "sep,60,1600,520\r\noct,60,1600,520\r\nnov,50,1500,500\r\ndec,50,1500,500\r\n");
     for (const char* name : {"ORRiv.mif", "ORRiv.mid", "Lakes.mif", "tribs.mif",
-                             "model.mde", "Reachlabels.csv", "CampingBeaches.csv", "default.fis"})
+                             "model.mde", "Reachlabels.csv", "CampingBeaches.csv"})
         f.Write(name, "\r\n");
     f.Write("default.trb", tributaryHabitat());
     f.Write("riverware.xls/Historical.csv", monthlyVolumes());
@@ -286,7 +312,12 @@ void WriteSmallRiver(const TestFolder& f) {
             "USGS_Mile,YR,MNTH,DO,SECCHI,ALGAE,TOTMASM\r\n5,90,7,9.5,12,2.5,30\r\n");
     f.Write("lower_production.xls/Drift.csv",
             "USGS_Mile,YR,MNTH,DETRITUS,INVERTS,ALGAE\r\n5,90,7,0.4,0.1,0.3\r\n");
-    f.Write("population.xls/Lookup.csv", "Code\r\n");
+    f.Write("default.fis", populations());
+    f.Write("population.xls/Lookup.csv", "SPCODE,ModelIndex\r\nRBT,1\r\nGCH,2\r\n");
+    f.Write("population.xls/Pop_Halden_Broome.csv",
+            "SPECIES,REACH,YR,STDCATCH\r\nGCH,2,90,0.5\r\nGCH,2,91,1.5\r\nGCH,3,90,3\r\n"
+            "RBT,2,90,4\r\nRBT,3,90,1\r\nRBT,3,91,2\r\n");
+    f.Write("population.xls/RBT_HF.csv", "YR,CPUE,ANGHR_1000,Catch\r\n90,1,60,60000\r\n91,3,90,150000\r\n");
 }
 
 }  // namespace osm::test
