@@ -244,7 +244,7 @@ void ReadQsvwFile(Model& m, const std::string& reachFile) {
         for (int i = 1; i <= NRatingRows; ++i) read = read || lineOf(i, r) != 0;
         if (!read) continue;
         for (auto [t, name] : {std::pair{&q, "discharge"}, std::pair{&stage, "stage"}}) {
-            const int i = FirstFlatRow([&](int k) { return static_cast<double>((*t)(k, r)); });
+            const int i = FirstFlatRow([t = t, r](int k) { return static_cast<double>((*t)(k, r)); });
             if (i != 0)
                 throw FileFault(path, lineOf(i, r),
                                 "reach " + NumText(r) + ", row " + NumText(i) + ": a " + name +
