@@ -2,12 +2,13 @@
 // program folder and opens the main window.
 //
 //   osm [--folder DIR] [--phys-only | --whole] [--start-year YY] [--years N]
-//       [--run] [--screenshot FILE.png]
+//       [--run] [--screenshot FILE.png] [--size WxH]
 //
 // --phys-only and --whole answer the start dialog; --run presses Start once the
 // window is up and reports the run's time on stderr when it ends; --screenshot
 // saves a picture of the window when that run ends (or at once without --run)
-// and closes the program.
+// and closes the program; --size sets the window's size (1600x1000 for a
+// screenshot unless told).
 #include <QApplication>
 #include <QCursor>
 #include <QElapsedTimer>
@@ -32,14 +33,16 @@ struct Options {
     std::string folder = OSM_DEFAULT_FOLDER;
     std::optional<bool> physOnly;
     QString startYear, years, screenshot;
+    QSize size;
     bool run = false;
 };
 
 const char* const Usage =
     "usage: osm [--folder DIR] [--phys-only | --whole] [--start-year YY] [--years N] [--run]\n"
-    "           [--screenshot FILE.png]\n";
+    "           [--screenshot FILE.png] [--size WxH]\n";
 
 bool parse(int argc, char** argv, Options& o) {
+    int width = 0, height = 0;
     for (int i = 1; i < argc; ++i) {
         const std::string a = argv[i];
         auto next = [&]() -> const char* { return i + 1 < argc ? argv[++i] : nullptr; };
@@ -51,6 +54,8 @@ bool parse(int argc, char** argv, Options& o) {
         else if (a == "--start-year" && (v = next())) o.startYear = QString::fromLocal8Bit(v);
         else if (a == "--years" && (v = next())) o.years = QString::fromLocal8Bit(v);
         else if (a == "--screenshot" && (v = next())) o.screenshot = QString::fromLocal8Bit(v);
+        else if (a == "--size" && (v = next()) && std::sscanf(v, "%dx%d", &width, &height) == 2 && width > 0 && height > 0)
+            o.size = QSize(width, height);
         else {
             std::fprintf(stderr, "osm: unknown or incomplete option %s\n%s", a.c_str(), Usage);
             return false;
@@ -114,8 +119,9 @@ int main(int argc, char** argv) {
     osm::StatusForm* status = w.Status();
     if (!o.startYear.isEmpty()) status->txStartYr->setText(o.startYear);
     if (!o.years.isEmpty()) status->txNYears->setText(o.years);
+    if (o.size.isValid()) w.resize(o.size);
     if (!o.screenshot.isEmpty()) {
-        w.resize(1600, 1000);
+        if (!o.size.isValid()) w.resize(1600, 1000);
         auto grab = [&w, &o] {
             if (!w.grab().save(o.screenshot)) std::fprintf(stderr, "osm: cannot write %s\n", qPrintable(o.screenshot));
             QApplication::quit();

@@ -1,6 +1,7 @@
 #pragma once
 // Module Main: the calendar, run control, constants, months table, file paths,
 // reach tables and the results store.
+#include <array>
 #include <cstdint>
 #include <string>
 
@@ -66,6 +67,12 @@ struct Main {
 
     // Results store: (run 0..1, var 1..NVars, sub 1..MaxSub, reach, month).
     Table<float, 5> Results{"Results"};
+    // Beside the store, in its shape: True where an observed set had no
+    // observation in its input that month. The store itself holds 0 there.
+    Table<bool, 5> ObsMissing{"ObsMissing"};
+    // The scenario each run of the store came from (flow scenario and release
+    // sequence files), by run 0..1.
+    std::array<std::string, 2> RunScenario;
     int16_t ObsMonth = 0;
     int16_t ObsYr = 0;
 };

@@ -98,6 +98,7 @@ void AllocateReachArrays(Model& m) {
     p.HourlyStage.redim(Bounds{0, 24}, reach, Bounds{0, 2});
     p.SedConc.redim(reach, Bounds{0, 2});
     p.HistSedConc.redim(months, reach0);
+    p.HistSedSeen.redim(months, reach0);
     for (auto* t : {&p.QTable, &p.StageTable, &p.WidthTable}) t->redim(Bounds{1, 13}, reach);
     p.SliceArea.redim(Bounds{1, mn.NSlices}, reach);
     p.SliceWidth.redim(slices0, reach);
@@ -106,6 +107,7 @@ void AllocateReachArrays(Model& m) {
     p.IndexSlice.redim(Bounds{0, 4}, reach);
     p.WaterTemp.redim(reach0);
     p.ObsTemp.redim(months, reach0);  // reach 0 takes readings of a mile outside the river
+    p.ObsTempSeen.redim(months, reach0);
 
     Sediment& s = m.sediment;
     s.SandStore.redim(slices0, run, Bounds{1, 3});

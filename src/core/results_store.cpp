@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "core/fault.h"
 #include "core/model.h"
@@ -10,8 +11,10 @@
 namespace osm {
 
 void AllocateResults(Model& m) {
-    m.main.Results.redim(Bounds{0, 1}, Bounds{1, m.graphs.NVars}, Bounds{1, m.graphs.MaxSub},
-                         Bounds{1, m.main.NReaches}, Bounds{1, 600});
+    const Bounds runs{0, 1}, vars{1, m.graphs.NVars}, subs{1, m.graphs.MaxSub}, reaches{1, m.main.NReaches},
+        months{1, 600};
+    m.main.Results.redim(runs, vars, subs, reaches, months);
+    m.main.ObsMissing.redim(runs, vars, subs, reaches, months);
 }
 
 namespace {
@@ -30,6 +33,12 @@ public:
                         m_.graphs.VarLabel(0, var) + ") is " + NumText(value) +
                         ", not a finite number within the range of a single");
         m_.main.Results(m_.main.NRuns, var, sub, r, m_.main.CumMonth) = Sng(value);
+    }
+    // An observed value; where the input had no observation the table holds 0,
+    // which is stored, and the mark beside the store says so.
+    void obs(int var, int sub, int r, double value, bool seen) {
+        put(var, sub, r, value);
+        m_.main.ObsMissing(m_.main.NRuns, var, sub, r, m_.main.CumMonth) = !seen;
     }
 
 private:
@@ -57,7 +66,7 @@ void storeVariable(Model& m, Store& s, int v, int r, int iMonth) {
         return;
     case 3:
         s.put(v, 1, r, (static_cast<double>(ph.SedConc(r, 1)) + ph.SedConc(r, 2)) * m.morph.MgLPerGFt3);
-        s.put(v, 2, r, ph.HistSedConc(om, r));
+        s.obs(v, 2, r, ph.HistSedConc(om, r), ph.HistSedSeen(om, r));
         return;
     case 4:
         s.put(v, 1, r, ph.SedConc(r, 2) * 100.0 / (static_cast<double>(ph.SedConc(r, 1)) + ph.SedConc(r, 2)));
@@ -93,7 +102,7 @@ void storeVariable(Model& m, Store& s, int v, int r, int iMonth) {
         return;
     case 13:
         s.put(v, 1, r, ph.WaterTemp(r));
-        s.put(v, 2, r, ph.ObsTemp(om, r));
+        s.obs(v, 2, r, ph.ObsTemp(om, r), ph.ObsTempSeen(om, r));
         return;
     case 14:
         s.put(v, 1, r, pr.DO(r));
@@ -158,12 +167,20 @@ void storeVariable(Model& m, Store& s, int v, int r, int iMonth) {
 
 }  // namespace
 
+float ShownResult(const Main& mn, int run, int var, int sub, int r, int month) {
+    if (mn.ObsMissing(run, var, sub, r, month)) return std::numeric_limits<float>::quiet_NaN();
+    return mn.Results(run, var, sub, r, month);
+}
+
 void StoreResults(Model& m, int iYear, int iMonth) {
     Main& mn = m.main;
     const bool avg = m.graphs.PlotObsAvg;
     mn.ObsMonth = avg ? int16_t{0} : mn.MonthIdx;
     mn.ObsYr = avg ? int16_t{47} : mn.SimYr;
-    if (mn.CumMonth > mn.Results.hi(4)) mn.Results.redimPreserve(Bounds{1, mn.NYears * 12});
+    if (mn.CumMonth > mn.Results.hi(4)) {
+        mn.Results.redimPreserve(Bounds{1, mn.NYears * 12});
+        mn.ObsMissing.redimPreserve(Bounds{1, mn.NYears * 12});
+    }
     const int lastVar = mn.PhysOnly ? std::min<int>(m.graphs.NVars, mn.NPhysVars) : m.graphs.NVars;
     Store s(m, iYear, iMonth);
     for (int v = 1; v <= lastVar; ++v)

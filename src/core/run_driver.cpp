@@ -9,6 +9,7 @@
 #include "core/model.h"
 #include "core/numbers.h"
 #include "core/results_store.h"
+#include "core/scenario.h"
 #include "hydrology/flow_engine.h"
 #include "hydrology/river_temperature.h"
 #include "population/population_steps.h"
@@ -21,6 +22,7 @@ namespace osm {
 
 // The monthly input tables hold 1948..1997; later years reuse that record up to
 // 2047, where month index 600 is reached.
+constexpr int FirstRecordYear = 48;
 constexpr int LastUsableYear = 147;
 
 void RunObserver::PauseSleep() { std::this_thread::sleep_for(std::chrono::milliseconds(100)); }
@@ -61,6 +63,18 @@ void WaitWhilePaused(Model& m, RunObserver& obs) {
         if (!m.main.Paused) break;
         obs.PauseSleep();
     }
+}
+
+std::string RunYearsProblem(double startYr, double nYears) {
+    const auto whole = [](double v) { return v == static_cast<double>(static_cast<long long>(v)); };
+    if (!whole(startYr) || startYr < FirstRecordYear || startYr > LastUsableYear)
+        return "The start year must be a whole two-digit year from " + NumText(FirstRecordYear) + " (1948) to " +
+               NumText(LastUsableYear) + " (2047).";
+    const int most = LastUsableYear - static_cast<int>(startYr) + 1;
+    if (!whole(nYears) || nYears < 1 || nYears > most)
+        return "The number of years must be a whole number from 1 to " + NumText(most) + ": a run from " +
+               NumText(1900 + static_cast<int>(startYr)) + " must end by " + NumText(1900 + LastUsableYear) + ".";
+    return "";
 }
 
 void PrepareRun(Model& m, RunObserver& obs, int startYr, int nYears) {
@@ -196,6 +210,7 @@ void StartRun(Model& m, RunObserver& obs, int startYr, int nYears) {
         AddOverlaySlot(m);
         obs.SetupOverlayCurves();
     }
+    mn.RunScenario.at(static_cast<size_t>(mn.NRuns)) = ScenarioName(m);
     obs.ResetProfiles();
     try {
         RunModel(m, obs);

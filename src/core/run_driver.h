@@ -40,6 +40,11 @@ void SetCalendar(Model& m, int iYear, int iMonth);
 // The year and month texts: CurYr while below 98, SimYr from then on.
 void ShowProgress(Model& m, RunObserver& obs, int iMonth);
 
+// Why a run of nYears from startYr cannot be made, "" when it can: the start a
+// whole year 48..147 and the run ending by 147 (2047), where the input record
+// runs out.
+std::string RunYearsProblem(double startYr, double nYears);
+
 // Everything a Start does before the run: flags, calendar, views, resets.
 void PrepareRun(Model& m, RunObserver& obs, int startYr, int nYears);
 void SpinUp(Model& m);

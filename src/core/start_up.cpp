@@ -170,6 +170,7 @@ void NewReachBreaks(Model& m, const std::string& reachFile) {
                     " reaches, more than the " + NumText(m.main.Results.hi(3)) +
                     " the results store was sized for at start-up; restart the program with it");
     next.main.Results = std::move(m.main.Results);
+    next.main.ObsMissing = std::move(m.main.ObsMissing);
     m = std::move(next);
 }
 

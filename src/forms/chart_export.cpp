@@ -9,10 +9,9 @@
 #include <QtCharts/QCategoryAxis>
 #include <QtCharts/QChart>
 #include <QtCharts/QLineSeries>
-#include <QtCharts/QScatterSeries>
-#include <QtCharts/QValueAxis>
 
 #include <algorithm>
+#include <cmath>
 #include <set>
 
 namespace osm {
@@ -27,80 +26,183 @@ bool sameFormats(const std::vector<CurveFormat>& a, const std::vector<CurveForma
     });
 }
 
+bool sameRoles(const std::vector<CurveRole>& a, const std::vector<CurveRole>& b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const CurveRole& x, const CurveRole& y) {
+        return x.run == y.run && x.set == y.set && x.observed == y.observed;
+    });
+}
+
+// Few ticks on a small chart: its labels must stay readable.
+constexpr int YTicks = 4;
+constexpr int MileTicks = 6;
+
+// A category axis wants each label once and in order; blanks of different
+// lengths tell repeats and empty labels apart.
+void appendLabel(QCategoryAxis* axis, std::set<QString>& used, QString text, double at) {
+    if (text.isEmpty()) text = QStringLiteral(" ");
+    while (used.count(text)) text += QLatin1Char(' ');
+    used.insert(text);
+    axis->append(text, at);
+}
+
+void clearLabels(QCategoryAxis* axis) {
+    for (const QString& l : axis->categoriesLabels()) axis->remove(l);
+}
+
+QFont smaller(QFont f, double points) {
+    f.setPointSizeF(points);
+    return f;
+}
+
 }  // namespace
+
+CurveLook LookOf(const CurveFormat& f, const CurveRole& r) {
+    CurveLook look;
+    look.colour = toQColor(f.colour);
+    const bool overlaid = r.run > 0;
+    // The overlaid run's model sets come with the mark style too; they are its
+    // lines, drawn dashed.
+    look.marks = f.style == MarkStyle && (r.observed || !overlaid);
+    look.line = r.observed ? Qt::DotLine : overlaid ? Qt::DashLine : Qt::SolidLine;
+    look.width = overlaid ? 2.0 : std::clamp<double>(f.size, 1.0, 3.0);
+    look.shape = overlaid ? QScatterSeries::MarkerShapeRectangle : QScatterSeries::MarkerShapeCircle;
+    look.filled = !overlaid;
+    // Small marks, so that they do not hide the lines under them.
+    look.markSize = overlaid ? 6.0 : std::clamp<double>(f.size, 4.0, 6.0);
+    return look;
+}
+
+QString XAxisTitle(const ChartState& s) {
+    return s.xMiles.empty() ? QStringLiteral("Year") : QStringLiteral("River mile below the dam");
+}
 
 ChartBox::ChartBox(QWidget* parent) : QChartView(new QChart, parent) {
     setRenderHint(QPainter::Antialiasing, false);
-    chart()->legend()->hide();
-    // Room on the right for the last tick's label.
-    chart()->setMargins(QMargins(2, 2, 14, 2));
-    chart()->setBackgroundRoundness(0);
-    auto* x = new QCategoryAxis;
-    x->setLabelsPosition(QCategoryAxis::AxisLabelsPositionOnValue);
-    auto* y = new QValueAxis;
-    y->setLabelFormat("%.4g");
-    chart()->addAxis(x, Qt::AlignBottom);
-    chart()->addAxis(y, Qt::AlignLeft);
-    QFont f = chart()->titleFont();
-    f.setPointSizeF(std::max(6.0, f.pointSizeF() - 1));
-    chart()->setTitleFont(f);
+    QChart* c = chart();
+    c->legend()->hide();
+    // Room on the right for half of the last tick's label. The chart lets its
+    // axes take at most two fifths of its height before it cuts their texts
+    // short, so on a small chart every point of font size counts.
+    c->setMargins(QMargins(2, 0, 14, 0));
+    c->setBackgroundRoundness(0);
+    c->setTitleFont(smaller(c->titleFont(), 7.5));
+    for (Qt::Alignment side : {Qt::AlignBottom, Qt::AlignLeft}) {
+        auto* axis = new QCategoryAxis;
+        axis->setLabelsPosition(QCategoryAxis::AxisLabelsPositionOnValue);
+        axis->setLabelsFont(smaller(axis->labelsFont(), 7));
+        axis->setTitleFont(smaller(axis->titleFont(), 7));
+        // Labels are kept short; none is ever cut to an ellipsis.
+        axis->setTruncateLabels(false);
+        c->addAxis(axis, side);
+    }
 }
 
-void ChartBox::rebuildSeries(const ChartState& s) {
-    QChart* c = chart();
-    for (QAbstractSeries* old : series_) {
-        c->removeSeries(old);
-        delete old;
+QXYSeries* ChartBox::newPiece(const CurveLook& look) {
+    QXYSeries* xy = nullptr;
+    if (look.marks) {
+        auto* marks = new QScatterSeries;
+        marks->setMarkerShape(look.shape);
+        marks->setMarkerSize(look.markSize);
+        marks->setColor(look.filled ? look.colour : QColor(Qt::transparent));
+        marks->setBorderColor(look.colour);
+        xy = marks;
+    } else {
+        auto* line = new QLineSeries;
+        QPen pen(look.colour);
+        pen.setWidthF(look.width);
+        pen.setStyle(look.line);
+        pen.setCosmetic(true);
+        line->setPen(pen);
+        xy = line;
     }
-    series_.clear();
-    QAbstractAxis* x = c->axes(Qt::Horizontal).value(0);
-    QAbstractAxis* y = c->axes(Qt::Vertical).value(0);
-    for (const CurveFormat& f : s.formats) {
-        QXYSeries* xy = nullptr;
-        if (f.style == MarkStyle) {
-            auto* marks = new QScatterSeries;
-            marks->setMarkerShape(QScatterSeries::MarkerShapeCircle);
-            marks->setMarkerSize(std::max<int>(f.size, 1) + 2);
-            marks->setColor(toQColor(f.colour2));
-            marks->setBorderColor(toQColor(f.colour));
-            xy = marks;
-        } else {
-            auto* line = new QLineSeries;
-            QPen pen(toQColor(f.colour));
-            pen.setWidthF(std::max<int>(f.size, 1));
-            pen.setCosmetic(true);
-            line->setPen(pen);
-            xy = line;
+    QChart* c = chart();
+    c->addSeries(xy);
+    xy->attachAxis(c->axes(Qt::Horizontal).value(0));
+    xy->attachAxis(c->axes(Qt::Vertical).value(0));
+    return xy;
+}
+
+void ChartBox::rebuildCurves(const ChartState& s) {
+    for (Curve& curve : curves_)
+        for (QXYSeries* piece : curve.pieces) {
+            chart()->removeSeries(piece);
+            delete piece;
         }
-        c->addSeries(xy);
-        xy->attachAxis(x);
-        xy->attachAxis(y);
-        series_.push_back(xy);
+    curves_.clear();
+    for (size_t i = 0; i < s.formats.size(); ++i) {
+        const CurveRole role = i < s.roles.size() ? s.roles[i] : CurveRole{};
+        curves_.push_back({LookOf(s.formats[i], role), {}});
     }
     shownFormats_ = s.formats;
+    shownRoles_ = s.roles;
+}
+
+// Marks skip the places with nothing to draw; a line breaks there, one piece
+// for each run of values.
+void ChartBox::drawCurve(Curve& c, const std::vector<float>& values, const std::vector<double>& xs) {
+    std::vector<QList<QPointF>> pieces(1);
+    for (size_t k = 0; k < values.size(); ++k) {
+        if (std::isnan(values[k])) {
+            if (!c.look.marks && !pieces.back().isEmpty()) pieces.emplace_back();
+            continue;
+        }
+        const double x = k < xs.size() ? xs[k] : static_cast<double>(k);
+        pieces.back().append(QPointF(x, values[k]));
+    }
+    if (pieces.size() > 1 && pieces.back().isEmpty()) pieces.pop_back();
+    while (c.pieces.size() < pieces.size()) c.pieces.push_back(newPiece(c.look));
+    while (c.pieces.size() > pieces.size()) {
+        chart()->removeSeries(c.pieces.back());
+        delete c.pieces.back();
+        c.pieces.pop_back();
+    }
+    for (size_t p = 0; p < pieces.size(); ++p) c.pieces[p]->replace(pieces[p]);
 }
 
 void ChartBox::setXAxis(const ChartState& s) {
     auto* x = qobject_cast<QCategoryAxis*>(chart()->axes(Qt::Horizontal).value(0));
     if (!x) return;
-    const int span = std::max(s.ShownXSpan(), 1);
-    for (const QString& l : x->categoriesLabels()) x->remove(l);
-    x->setStartValue(0);
-    // The axis wants each label once and in order; blanks of different lengths
-    // stand in for labels not set and for repeats.
+    clearLabels(x);
+    x->setTitleText(XAxisTitle(s));
     std::set<QString> used;
+    if (!s.xMiles.empty()) {
+        // River miles, ticked at round miles inside the river's extent.
+        const double lo = s.xMiles.front(), hi = std::max(s.xMiles.back(), lo + 1);
+        const AxisTicks t = RoundTicks(lo, hi, MileTicks);
+        x->setStartValue(lo);
+        for (double v : t.values)
+            if (v >= lo && v <= hi) appendLabel(x, used, QString::fromStdString(TickText(v, t.step)), v);
+        x->setRange(lo, hi);
+        return;
+    }
+    const int span = std::max(s.ShownXSpan(), 1);
+    x->setStartValue(0);
     double last = -1;
     for (int k = 0; k <= s.xTicks && k < static_cast<int>(s.axisLabels.size()); ++k) {
         const double at = std::min(s.TickPosition(k), static_cast<double>(span));
         if (at <= last) continue;
-        QString text = QString::fromStdString(s.axisLabels[static_cast<size_t>(k)]);
-        if (text.isEmpty()) text = QStringLiteral(" ");
-        while (used.count(text)) text += QLatin1Char(' ');
-        used.insert(text);
-        x->append(text, at);
+        appendLabel(x, used, QString::fromStdString(s.axisLabels[static_cast<size_t>(k)]), at);
         last = at;
     }
     x->setRange(0, span);
+}
+
+// A chart that scales itself widens its limits to round steps; fixed limits
+// stay as they are, ticked at the round steps inside them.
+void ChartBox::setYAxis(const ChartState& s) {
+    auto* y = qobject_cast<QCategoryAxis*>(chart()->axes(Qt::Vertical).value(0));
+    if (!y) return;
+    YRange r = s.ShownYRange();
+    if (!(r.top > r.bottom)) r.top = r.bottom + 0.001;
+    const AxisTicks t = RoundTicks(r.bottom, r.top, YTicks);
+    const double lo = s.autoY ? t.lo : r.bottom, hi = s.autoY ? t.hi : r.top;
+    clearLabels(y);
+    y->setStartValue(lo);
+    std::set<QString> used;
+    const double slack = t.step * 1e-9;
+    for (double v : t.values)
+        if (v >= lo - slack && v <= hi + slack) appendLabel(y, used, QString::fromStdString(TickText(v, t.step)), v);
+    y->setRange(lo, hi);
 }
 
 void ChartBox::Show(const ChartState& s) {
@@ -108,31 +210,27 @@ void ChartBox::Show(const ChartState& s) {
     c->setTitle(QString::fromStdString(s.title));
     c->setBackgroundBrush(toQColor(s.backColour));
     c->setPlotAreaBackgroundVisible(false);
-    if (series_.size() != s.formats.size() || !sameFormats(shownFormats_, s.formats)) rebuildSeries(s);
-    for (size_t i = 0; i < series_.size(); ++i) {
-        QList<QPointF> pts;
-        if (i < s.curves.size()) {
-            const auto& curve = s.curves[i];
-            pts.reserve(static_cast<qsizetype>(curve.size()));
-            for (size_t k = 0; k < curve.size(); ++k) pts.append(QPointF(static_cast<double>(k), curve[k]));
-        }
-        static_cast<QXYSeries*>(series_[i])->replace(pts);
-    }
+    if (curves_.size() != s.formats.size() || !sameFormats(shownFormats_, s.formats) ||
+        !sameRoles(shownRoles_, s.roles))
+        rebuildCurves(s);
+    static const std::vector<float> none;
+    for (size_t i = 0; i < curves_.size(); ++i) drawCurve(curves_[i], i < s.curves.size() ? s.curves[i] : none, s.xMiles);
     setXAxis(s);
-    if (auto* y = qobject_cast<QValueAxis*>(c->axes(Qt::Vertical).value(0))) {
-        YRange r = s.ShownYRange();
-        if (!(r.top > r.bottom)) r.top = r.bottom + 0.001;
-        y->setRange(r.bottom, r.top);
-        // A chart that scales itself rounds its limits outward to readable steps.
-        if (s.autoY) y->applyNiceNumbers();
-    }
+    setYAxis(s);
 }
 
-int ChartBox::SeriesCount() const { return static_cast<int>(series_.size()); }
+int ChartBox::SeriesCount() const { return static_cast<int>(curves_.size()); }
 
 int ChartBox::SeriesPointCount(int curve) const {
-    if (curve < 0 || curve >= static_cast<int>(series_.size())) return 0;
-    return static_cast<int>(static_cast<QXYSeries*>(series_[static_cast<size_t>(curve)])->count());
+    if (curve < 0 || curve >= static_cast<int>(curves_.size())) return 0;
+    int n = 0;
+    for (const QXYSeries* piece : curves_[static_cast<size_t>(curve)].pieces) n += static_cast<int>(piece->count());
+    return n;
+}
+
+CurveLook ChartBox::Look(int curve) const {
+    if (curve < 0 || curve >= static_cast<int>(curves_.size())) return {};
+    return curves_[static_cast<size_t>(curve)].look;
 }
 
 bool ChartBox::SavePng(const QString& path) {

@@ -88,7 +88,7 @@ void ChartSetForm::showLegend(int chart) {
     m_.graphs.ClickedGraph = static_cast<int16_t>(chart);
     m_.graphs.ClickedKind = legendKind_;
     if (!legend_) legend_ = new GraphLegendForm(m_, this);
-    legend_->ShowKey();
+    legend_->ShowKey(Chart(charts_, chart));
     legend_->show();
     legend_->raise();
 }

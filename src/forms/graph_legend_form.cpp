@@ -5,36 +5,46 @@
 #include <QVBoxLayout>
 
 #include "core/model.h"
-#include "presentation/graph_table.h"
+#include "core/scenario.h"
+#include "forms/chart_export.h"
 
 namespace osm {
 
 namespace {
 
-// A short sample of a curve: a line, or marks for observed data.
-class LineSample : public QWidget {
+// A short sample of a curve, drawn with the curve's own look.
+class CurveSample : public QWidget {
 public:
-    LineSample(QColor colour, bool marks, QWidget* parent) : QWidget(parent), colour_(colour), marks_(marks) {
-        setFixedSize(48, 14);
-    }
+    CurveSample(CurveLook look, QWidget* parent) : QWidget(parent), look_(std::move(look)) { setFixedSize(48, 14); }
 
 protected:
     void paintEvent(QPaintEvent*) override {
         QPainter p(this);
-        p.setPen(QPen(colour_, 2));
         const int y = height() / 2;
-        if (marks_) {
-            p.setBrush(colour_);
-            for (int x = 8; x < width(); x += 16) p.drawEllipse(QPoint(x, y), 3, 3);
+        if (look_.marks) {
+            p.setPen(QPen(look_.colour, 1));
+            p.setBrush(look_.filled ? QBrush(look_.colour) : QBrush(Qt::NoBrush));
+            const double r = look_.markSize / 2;
+            for (int x = 8; x < width(); x += 16) {
+                const QRectF box(x - r, y - r, 2 * r, 2 * r);
+                if (look_.shape == QScatterSeries::MarkerShapeRectangle)
+                    p.drawRect(box);
+                else
+                    p.drawEllipse(box);
+            }
         } else {
+            QPen pen(look_.colour, look_.width);
+            pen.setStyle(look_.line);
+            p.setPen(pen);
             p.drawLine(2, y, width() - 2, y);
         }
     }
 
 private:
-    QColor colour_;
-    bool marks_;
+    CurveLook look_;
 };
+
+QString trimmed(const std::string& s) { return QString::fromStdString(s).trimmed(); }
 
 }  // namespace
 
@@ -43,11 +53,7 @@ GraphLegendForm::GraphLegendForm(const Model& m, QWidget* parent) : QWidget(pare
     new QVBoxLayout(this);
 }
 
-void GraphLegendForm::ShowKey() {
-    const Graphs& g = m_.graphs;
-    var_ = 0;
-    if (g.ClickedGraph >= 1 && g.ClickedGraph <= 6)
-        var_ = g.ClickedKind == "ds_profile" ? g.ProfSlot(g.ClickedGraph) : g.GraphSlot(g.ClickedGraph);
+void GraphLegendForm::clearRows() {
     auto* box = static_cast<QVBoxLayout*>(layout());
     while (QLayoutItem* item = box->takeAt(0)) {
         if (QLayout* row = item->layout()) {
@@ -59,28 +65,40 @@ void GraphLegendForm::ShowKey() {
         delete item->widget();
         delete item;
     }
+    rows_ = 0;
+}
+
+void GraphLegendForm::ShowKey(const ChartState& chart) {
+    const Graphs& g = m_.graphs;
+    var_ = 0;
+    if (g.ClickedGraph >= 1 && g.ClickedGraph <= 6)
+        var_ = g.ClickedKind == "ds_profile" ? g.ProfSlot(g.ClickedGraph) : g.GraphSlot(g.ClickedGraph);
+    clearRows();
     if (var_ < 1 || var_ > g.NVars) {
         var_ = 0;
         return;
     }
     setWindowTitle(QString::fromStdString(g.VarLabel(0, var_)));
-    for (int s = 1; s <= g.VarSets(var_); ++s) {
+    auto* box = static_cast<QVBoxLayout*>(layout());
+    const size_t curves = std::min(chart.formats.size(), chart.roles.size());
+    for (size_t i = 0; i < curves; ++i) {
+        const CurveRole& role = chart.roles[i];
+        if (role.set < 1 || role.set > g.VarSets(var_)) continue;
         auto* row = new QHBoxLayout;
-        const int32_t c = s <= g.CurveColour.hi() ? g.CurveColour(s) : 0;
-        const QColor colour(c & 0xFF, (c >> 8) & 0xFF, (c >> 16) & 0xFF);
-        auto* label = new QLabel(QString::fromStdString(g.VarLabel(s, var_)), this);
-        label->setObjectName(QStringLiteral("lbKey%1").arg(s));
+        const QString set = trimmed(g.VarLabel(g.VarSets(var_) > 1 ? role.set : 0, var_));
+        auto* label = new QLabel(set + QStringLiteral(" \u2014 ") + QString::fromStdString(RunName(m_.main, role.run)),
+                                 this);
+        label->setObjectName(QStringLiteral("lbKey%1").arg(i));
+        row->addWidget(new CurveSample(LookOf(chart.formats[i], role), this));
         row->addWidget(label, 1);
-        row->addWidget(new LineSample(colour, IsObservedSet(g, s, var_), this));
         box->addLayout(row);
+        ++rows_;
     }
     adjustSize();
 }
 
-int GraphLegendForm::LabelCount() const { return var_ == 0 ? 0 : m_.graphs.VarSets(var_); }
-
-QString GraphLegendForm::LabelText(int set) const {
-    const auto* label = findChild<QLabel*>(QStringLiteral("lbKey%1").arg(set));
+QString GraphLegendForm::LabelText(int curve) const {
+    const auto* label = findChild<QLabel*>(QStringLiteral("lbKey%1").arg(curve));
     return label ? label->text() : QString();
 }
 

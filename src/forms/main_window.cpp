@@ -4,11 +4,17 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QMenu>
+#include <QDialog>
+#include <QFile>
 #include <QMenuBar>
+#include <QMessageBox>
+#include <QTextBrowser>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
 #include "core/model.h"
+#include "core/scenario.h"
 #include "core/start_up.h"
 #include "forms/dump_form.h"
 #include "forms/graphs_form.h"
@@ -47,7 +53,6 @@ MainWindow::MainWindow(Model& m, FileDialogs* dialogs, QWidget* parent)
       graphs_(new GraphsForm(m, area_)),
       profiles_(new ProfilesForm(m, area_)) {
     setObjectName(QStringLiteral("frmMain"));
-    setWindowTitle(QStringLiteral("Ostrel Gorge Ecosystem Model - Nov.17/98"));
     setCentralWidget(area_);
     observer_.SetStatus(status_);
     buildMenus();
@@ -60,7 +65,45 @@ MainWindow::MainWindow(Model& m, FileDialogs* dialogs, QWidget* parent)
         }
     });
     RebuildViews();
+    ShowScenario();
     resize(1280, 800);
+}
+
+void MainWindow::ShowScenario() {
+    const QString mode = qs(ModeName(m_.main)), scenario = qs(ScenarioName(m_));
+    setWindowTitle(QStringLiteral("Ostrel Gorge Ecosystem Model - Nov.17/98 \u2014 %1 \u2014 %2").arg(mode, scenario));
+    status_->ShowScenario(mode, scenario);
+}
+
+void MainWindow::ShowUserGuide() {
+    auto* guide = findChild<QDialog*>(QStringLiteral("frmUserGuide"));
+    if (!guide) {
+        guide = new QDialog(this);
+        guide->setObjectName(QStringLiteral("frmUserGuide"));
+        guide->setWindowTitle(QStringLiteral("User Guide"));
+        auto* text = new QTextBrowser(guide);
+        text->setObjectName(QStringLiteral("txGuide"));
+        QFile file(QStringLiteral(":/docs/user-guide.md"));
+        if (file.open(QIODevice::ReadOnly)) text->setMarkdown(QString::fromUtf8(file.readAll()));
+        (new QVBoxLayout(guide))->addWidget(text);
+        guide->resize(720, 640);
+    }
+    guide->show();
+    guide->raise();
+}
+
+void MainWindow::ShowAbout() {
+    QMessageBox::about(this, QStringLiteral("About OSM"), AboutText());
+}
+
+QString MainWindow::AboutText() const {
+    return QStringLiteral("<b>Ostrel Gorge Ecosystem Model</b> (OSM) %1.%2.%3<br><br>"
+                          "A monthly simulation of the river below OS Dam, from the dam to Lake Drume.<br><br>"
+                          "Mode: %4<br>Program folder: %5")
+        .arg(OSM_VERSION_MAJOR)
+        .arg(OSM_VERSION_MINOR)
+        .arg(OSM_VERSION_PATCH)
+        .arg(qs(ModeName(m_.main)), qs(m_.main.ProgramFolder).toHtmlEscaped());
 }
 
 MainWindow::~MainWindow() { observer_.SetStatus(nullptr); }
@@ -151,6 +194,10 @@ void MainWindow::buildMenus() {
     QMenu* options = menu("mnuMapOptions", "Options");
     add(options, "mnuMapsRedraw", "RedrawMaps");
     add(options, "mnuMapsLegEd", "Show Legend Editor");
+
+    QMenu* help = menu("mnuHelp", "Help");
+    on(add(help, "mnuUserGuide", "User Guide"), &MainWindow::ShowUserGuide);
+    on(add(help, "mnuAbout", "About OSM"), &MainWindow::ShowAbout);
 
     // Entries whose forms are not part of the program yet stay in their place,
     // disabled.
@@ -369,6 +416,7 @@ void MainWindow::mnuLoadOSDExp_Click() {
         LoadExp(m_, path.toStdString());
         m_.main.ExpFile = path.toStdString();
     });
+    ShowScenario();
 }
 
 void MainWindow::mnuSaveOSDExp_Click() {
@@ -379,6 +427,7 @@ void MainWindow::mnuSaveOSDExp_Click() {
         SaveExp(m_, path.toStdString());
         m_.main.ExpFile = path.toStdString();
     });
+    ShowScenario();
 }
 
 void MainWindow::mnuDump_Click() {

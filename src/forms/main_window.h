@@ -36,6 +36,15 @@ public:
     void LoadGraphSetupFile(const QString& path);
     // The views rebuilt after a change of the graphics setup.
     void RebuildViews();
+    // Shows the mode and the scenario in force in the title and on the status
+    // form; called again whenever the scenario changes (a release file loaded, a
+    // policy applied).
+    void ShowScenario();
+    // Help: the user guide and the About box.
+    void ShowUserGuide();
+    void ShowAbout();
+    // The About box's text: version, mode and program folder.
+    QString AboutText() const;
 
     // A menu entry by its control name ("mnuGraphSet", "mnublank0", ...).
     QAction* Entry(const QString& name) const;

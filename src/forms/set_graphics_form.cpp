@@ -13,8 +13,11 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 #include "core/model.h"
 #include "core/numbers.h"
+#include "forms/entry_guard.h"
 
 namespace osm {
 
@@ -44,6 +47,7 @@ SetGraphicsForm::SetGraphicsForm(Model& m, QWidget* parent)
       opReachBreaks(new QRadioButton(QStringLiteral("Reach breaks"), this)),
       btMatch(new QPushButton(QStringLiteral("Sync Graphs and DS Profiles"), this)),
       btApply(new QPushButton(QStringLiteral("Apply"), this)),
+      lbNote(new QLabel(this)),
       m_(m) {
     setObjectName(QStringLiteral("frmSetGraphics"));
     setWindowTitle(QStringLiteral("Set Graphics"));
@@ -103,12 +107,31 @@ SetGraphicsForm::SetGraphicsForm(Model& m, QWidget* parent)
     buttons->addStretch();
     buttons->addWidget(btApply);
     buttons->addWidget(close);
+    lbNote->setObjectName(QStringLiteral("lbNote"));
+    lbNote->setWordWrap(true);
+    lbNote->setStyleSheet(QStringLiteral("color: #a00000"));
     auto* box = new QVBoxLayout(this);
     box->addWidget(tabs);
+    box->addWidget(lbNote);
     box->addLayout(buttons);
 
-    connect(txTimeWindow, &QLineEdit::textChanged, this, [this] { setInt16(m_.graphs.TimeWindow, txTimeWindow); });
-    connect(txtProfMonth, &QLineEdit::textChanged, this, [this] { setInt16(m_.main.ProfileMonth, txtProfMonth); });
+    guards_.push_back(new EntryGuard(txTimeWindow, lbNote,
+                                     NumberCheck(QStringLiteral("Number of Years to Display"), 1, 100, true)));
+    guards_.push_back(new EntryGuard(txtProfMonth, lbNote, NumberCheck(QStringLiteral("Month of maps and profiles"), 0, 12, true)));
+    for (auto* rows : {&graphSlots, &profileSlots})
+        for (size_t i = 0; i < rows->size(); ++i) {
+            const QString row = QStringLiteral(" of %1 %2").arg(rows == &graphSlots ? QStringLiteral("graph") : QStringLiteral("profile")).arg(i + 1);
+            guards_.push_back(new EntryGuard((*rows)[i].yMin, lbNote, OptionalNumberCheck(QStringLiteral("Y min") + row, -1e9, 1e9)));
+            guards_.push_back(new EntryGuard((*rows)[i].yMax, lbNote, OptionalNumberCheck(QStringLiteral("Y max") + row, -1e9, 1e9)));
+        }
+
+    // Only a value the box accepts is taken.
+    connect(txTimeWindow, &QLineEdit::textChanged, this, [this] {
+        if (guards_.size() > 0 && guards_[0]->Problem().isEmpty()) setInt16(m_.graphs.TimeWindow, txTimeWindow);
+    });
+    connect(txtProfMonth, &QLineEdit::textChanged, this, [this] {
+        if (guards_.size() > 1 && guards_[1]->Problem().isEmpty()) setInt16(m_.main.ProfileMonth, txtProfMonth);
+    });
     connect(btApply, &QPushButton::clicked, this, &SetGraphicsForm::btApply_Click);
     connect(btMatch, &QPushButton::clicked, this, &SetGraphicsForm::btMatch_Click);
     connect(close, &QPushButton::clicked, this, &QDialog::close);
@@ -130,7 +153,9 @@ QWidget* SetGraphicsForm::slotPage(std::array<Slot, 6>& rows, bool limits, bool&
         const int row = static_cast<int>(i) + 1;
         s.visible = new QCheckBox(QString::number(row), page);
         s.select = new QComboBox(page);
-        for (int v = 1; v <= g.NVars; ++v) s.select->addItem(qs(g.VarLabel(0, v)));
+        // The physical model stores only its own variables; the others are not offered.
+        const int stored = m_.main.PhysOnly ? std::min<int>(g.NVars, m_.main.NPhysVars) : g.NVars;
+        for (int v = 1; v <= stored; ++v) s.select->addItem(qs(g.VarLabel(0, v)));
         grid->addWidget(s.visible, row, 0);
         grid->addWidget(s.select, row, 1);
         connect(s.visible, &QCheckBox::toggled, this, [flag] { *flag = true; });
@@ -157,7 +182,7 @@ void SetGraphicsForm::loadSlots(std::array<Slot, 6>& rows, const Table1<int16_t>
         const int k = static_cast<int>(i) + 1;
         const int v = slot(k);
         s.visible->setChecked(v > 0);
-        if (v > 0 && v <= g.NVars) s.select->setCurrentIndex(v - 1);
+        if (v > 0 && v <= s.select->count()) s.select->setCurrentIndex(v - 1);
         if (!s.yMin) continue;
         s.yMin->setText(limitText(g.YMin(kind, k)));
         s.yMax->setText(limitText(g.YMax(kind, k)));
@@ -165,12 +190,23 @@ void SetGraphicsForm::loadSlots(std::array<Slot, 6>& rows, const Table1<int16_t>
 }
 
 void SetGraphicsForm::CheckLimits() {
+    QStringList raised;
     for (auto* rows : {&graphSlots, &profileSlots})
-        for (Slot& s : *rows) {
+        for (size_t i = 0; i < rows->size(); ++i) {
+            Slot& s = (*rows)[i];
             if (s.yMin->text().isEmpty() && s.yMax->text().isEmpty()) continue;
             const double lo = val(s.yMin);
-            if (val(s.yMax) - lo < 0.0001) s.yMax->setText(qs(NumText(Sng(lo + 0.0001))));
+            if (val(s.yMax) - lo >= 0.0001) continue;
+            s.yMax->setText(qs(NumText(Sng(lo + 0.0001))));
+            raised << QStringLiteral("%1 %2 to %3")
+                          .arg(rows == &graphSlots ? QStringLiteral("graph") : QStringLiteral("profile"))
+                          .arg(i + 1)
+                          .arg(s.yMax->text());
         }
+    // The user is told where a top was not above its bottom.
+    if (!raised.isEmpty())
+        lbNote->setText(QStringLiteral("Y max must be above Y min; raised: ") + raised.join(QStringLiteral(", ")) +
+                        QStringLiteral(". Leave both empty for automatic scaling."));
 }
 
 namespace {
@@ -202,7 +238,19 @@ void SetGraphicsForm::GetSelProf() {
     if (profilesEdited_) getSlots(m_, profileSlots, m_.graphs.ProfSlot, 2);
 }
 
+QString SetGraphicsForm::ApplyProblem() const {
+    for (const EntryGuard* guard : guards_)
+        if (QString why = guard->Problem(); !why.isEmpty()) return why;
+    return QString();
+}
+
 void SetGraphicsForm::btApply_Click() {
+    // Nothing is applied while a box is refused.
+    if (const QString why = ApplyProblem(); !why.isEmpty()) {
+        lbNote->setText(why);
+        return;
+    }
+    lbNote->clear();
     CheckLimits();
     Graphs& g = m_.graphs;
     for (size_t i = 0; i < chkVisForms.size(); ++i)

@@ -5,17 +5,20 @@
 #include <QDialog>
 
 #include <array>
+#include <vector>
 
 #include "core/table.h"
 
 class QCheckBox;
 class QComboBox;
+class QLabel;
 class QLineEdit;
 class QPushButton;
 class QRadioButton;
 
 namespace osm {
 
+class EntryGuard;
 struct Model;
 
 class SetGraphicsForm : public QDialog {
@@ -29,6 +32,9 @@ public:
     void GetSelGraphs();
     void GetSelMap();
     void GetSelProf();
+    // Why Apply cannot take the boxes as they stand (a box that is not a number
+    // in its range, a Y max below its Y min), "" when it can.
+    QString ApplyProblem() const;
 
     struct Slot {
         QComboBox* select = nullptr;
@@ -50,6 +56,7 @@ public:
     QRadioButton* opReachBreaks;
     QPushButton* btMatch;
     QPushButton* btApply;
+    QLabel* lbNote;  // why an entry or an Apply was refused
 
 signals:
     // The setup changed: the views are to be rebuilt and laid out again.
@@ -63,6 +70,7 @@ private:
 
     Model& m_;
     bool graphsEdited_ = false, mapsEdited_ = false, profilesEdited_ = false;
+    std::vector<EntryGuard*> guards_;
 };
 
 }  // namespace osm

@@ -10,6 +10,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -18,6 +19,7 @@
 #include "core/numbers.h"
 #include "core/reaches.h"
 #include "core/run_driver.h"
+#include "forms/entry_guard.h"
 #include "hydrology/stage_tables.h"
 
 namespace osm {
@@ -25,15 +27,6 @@ namespace osm {
 namespace {
 
 QString qs(const std::string& s) { return QString::fromStdString(s); }
-
-// A 16-bit value typed into a box, as the program converts it; nothing when it
-// does not fit.
-bool textInt16(const QString& text, int16_t& out) {
-    const double v = CInt(Val(text.toStdString()));
-    if (v < -32768.0 || v > 32767.0) return false;
-    out = static_cast<int16_t>(v);
-    return true;
-}
 
 }  // namespace
 
@@ -48,6 +41,11 @@ StatusForm::StatusForm(Model& m, RunObserver& observer, QWidget* parent)
       cbSelReach(new QComboBox(this)),
       lbCurYr(new QLabel(this)),
       lbMon(new QLabel(this)),
+      pbRun(new QProgressBar(this)),
+      lbElapsed(new QLabel(this)),
+      lbMode(new QLabel(this)),
+      lbScenario(new QLabel(this)),
+      lbNote(new QLabel(this)),
       m_(m),
       observer_(observer) {
     setObjectName(QStringLiteral("frmStatus"));
@@ -68,6 +66,22 @@ StatusForm::StatusForm(Model& m, RunObserver& observer, QWidget* parent)
     progress->addWidget(new QLabel(QStringLiteral("Month"), this));
     progress->addWidget(lbMon);
     progress->addStretch();
+    auto* bar = new QHBoxLayout;
+    pbRun->setObjectName(QStringLiteral("pbRun"));
+    pbRun->setRange(0, 1);
+    pbRun->setValue(0);
+    pbRun->setTextVisible(true);
+    lbElapsed->setObjectName(QStringLiteral("lbElapsed"));
+    lbElapsed->setText(QStringLiteral("0:00"));
+    lbElapsed->setToolTip(QStringLiteral("Time the run has taken"));
+    bar->addWidget(pbRun, 1);
+    bar->addWidget(lbElapsed);
+    lbMode->setObjectName(QStringLiteral("lbMode"));
+    lbScenario->setObjectName(QStringLiteral("lbScenario"));
+    lbScenario->setWordWrap(true);
+    lbNote->setObjectName(QStringLiteral("lbNote"));
+    lbNote->setWordWrap(true);
+    lbNote->setStyleSheet(QStringLiteral("color: #a00000"));
 
     auto* stages = new QGroupBox(QStringLiteral("Index Stages (kcfs)"), this);
     auto* stageRow = new QHBoxLayout(stages);
@@ -80,14 +94,18 @@ StatusForm::StatusForm(Model& m, RunObserver& observer, QWidget* parent)
 
     auto* box = new QVBoxLayout(this);
     box->addWidget(title);
+    box->addWidget(lbMode);
+    box->addWidget(lbScenario);
     box->addLayout(buttons);
     box->addWidget(chkOverlay);
     box->addWidget(chkAnnPause);
     box->addLayout(years);
     box->addLayout(progress);
+    box->addLayout(bar);
     box->addWidget(new QLabel(QStringLiteral("Reach shown in the graphs"), this));
     box->addWidget(cbSelReach);
     box->addWidget(stages);
+    box->addWidget(lbNote);
     box->addStretch();
 
     const Main& mn = m_.main;
@@ -97,6 +115,12 @@ StatusForm::StatusForm(Model& m, RunObserver& observer, QWidget* parent)
     chkOverlay->setChecked(mn.Overlay);
     chkAnnPause->setChecked(mn.AnnPause);
     SetStatusReachList();
+    startGuard_ = new EntryGuard(txStartYr, lbNote, NumberCheck(QStringLiteral("Start Calender Year"), 48, 147, true));
+    yearsGuard_ =
+        new EntryGuard(txNYears, lbNote, NumberCheck(QStringLiteral("Number of Years to Simulate"), 1, 100, true));
+    for (size_t i = 0; i < txtIndSlice.size(); ++i)
+        stageGuards_[i] = new EntryGuard(txtIndSlice[i], lbNote,
+                                         NumberCheck(QStringLiteral("Index stage %1").arg(i + 1), 1, 1e6, false));
 
     connect(BtStart, &QPushButton::clicked, this, &StatusForm::onStart);
     connect(btPause, &QPushButton::clicked, this, &StatusForm::onPause);
@@ -105,9 +129,8 @@ StatusForm::StatusForm(Model& m, RunObserver& observer, QWidget* parent)
         if (!on) m_.main.NRuns = 0;
     });
     connect(chkAnnPause, &QCheckBox::toggled, this, [this](bool on) { m_.main.AnnPause = on; });
-    connect(txStartYr, &QLineEdit::textChanged, this, [this](const QString& t) {
-        int16_t y = 0;
-        if (textInt16(t, y)) m_.main.StartYr = y;
+    connect(txStartYr, &QLineEdit::textChanged, this, [this] {
+        if (startGuard_->Problem().isEmpty()) m_.main.StartYr = static_cast<int16_t>(*EntryNumber(txStartYr->text()));
     });
     connect(cbSelReach, &QComboBox::currentIndexChanged, this, [this](int index) {
         if (filling_ || index < 0) return;
@@ -131,6 +154,25 @@ void StatusForm::SetStatusReachList() {
 void StatusForm::ShowProgress(const QString& year, const QString& month) {
     lbCurYr->setText(year);
     lbMon->setText(month);
+    pbRun->setValue(std::min<int>(m_.main.CumMonth, pbRun->maximum()));
+    showElapsed();
+}
+
+void StatusForm::ShowScenario(const QString& mode, const QString& scenario) {
+    lbMode->setText(QStringLiteral("Mode: ") + mode);
+    lbScenario->setText(QStringLiteral("Scenario: ") + scenario);
+}
+
+QString StatusForm::StartProblem() const {
+    const auto startYr = EntryNumber(txStartYr->text()), nYears = EntryNumber(txNYears->text());
+    if (!startYr) return startGuard_->Problem();
+    if (!nYears) return yearsGuard_->Problem();
+    return QString::fromStdString(RunYearsProblem(*startYr, *nYears));
+}
+
+void StatusForm::showElapsed() {
+    const qint64 s = clock_.elapsed() / 1000;
+    lbElapsed->setText(QStringLiteral("%1:%2").arg(s / 60).arg(s % 60, 2, 10, QLatin1Char('0')));
 }
 
 void StatusForm::PausedAtYearEnd() { btPause->setText(QStringLiteral("Continue")); }
@@ -145,13 +187,25 @@ void StatusForm::onStart() {
         btPause->setEnabled(false);
         return;
     }
+    // The years are checked before anything is cleared: a refused Start keeps
+    // the results and the views as they are.
+    if (const QString why = StartProblem(); !why.isEmpty()) {
+        lbNote->setText(why);
+        ShowMessage(m_, "run not started", why.toStdString(), "Run not started");
+        return;
+    }
+    lbNote->clear();
     BtStart->setText(QStringLiteral("Stop"));
     btPause->setText(QStringLiteral("Pause"));
     btPause->setEnabled(true);
     mn.StopRun = false;
     mn.Paused = false;
     lbCurYr->setText(txStartYr->text());
+    pbRun->setRange(0, static_cast<int>(*EntryNumber(txNYears->text())) * 12);
+    pbRun->setValue(0);
+    clock_.start();
     runToEnd();
+    showElapsed();
     BtStart->setText(QStringLiteral("Start"));
     mn.StopRun = true;
     btPause->setEnabled(false);
@@ -160,12 +214,8 @@ void StatusForm::onStart() {
 }
 
 void StatusForm::runToEnd() {
-    int16_t startYr = 0, nYears = 0;
-    if (!textInt16(txStartYr->text(), startYr) || !textInt16(txNYears->text(), nYears)) {
-        ShowMessage(m_, "run stopped", "The start year or the number of years does not fit in a 16-bit number",
-                    "Run stopped");
-        return;
-    }
+    const int startYr = static_cast<int>(*EntryNumber(txStartYr->text()));
+    const int nYears = static_cast<int>(*EntryNumber(txNYears->text()));
     try {
         StartRun(m_, observer_, startYr, nYears);
     } catch (const std::exception& e) {
@@ -188,9 +238,10 @@ void StatusForm::onPause() {
 }
 
 void StatusForm::onIndexStage(int i) {
-    if (filling_) return;
-    const double v = Val(txtIndSlice[static_cast<size_t>(i - 1)]->text().toStdString());
-    if (v == 0) return;
+    if (filling_ || !stageGuards_[static_cast<size_t>(i - 1)]) return;
+    // Only a flow the box accepts is taken; a refused text changes nothing.
+    if (!stageGuards_[static_cast<size_t>(i - 1)]->Problem().isEmpty()) return;
+    const double v = *EntryNumber(txtIndSlice[static_cast<size_t>(i - 1)]->text());
     m_.main.IndexQ(i) = Sng(v);
     try {
         SetIndexSlices(m_);

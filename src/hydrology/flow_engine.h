@@ -25,6 +25,7 @@ void LoadExp(Model& m, const std::string& path);
 // The codes of the scenario list, for messages: "1 (noaction), 2 (steady)".
 std::string DiurnalCodesText(const Physical& p);
 void SaveExp(const Model& m, const std::string& path);
+// HistSedConc from the observed series; HistSedSeen marks the cells it set.
 void LoadMainSed(Model& m, const std::string& workbook, const std::string& sheet);
 
 // A point between two volume levels: the value of a level table at volume x is

@@ -59,6 +59,7 @@ struct Physical {
     Table2<float> SedConc{"SedConc"};          // (r, k 0..2), g/ft3
     Table1<float> ReachSedLoad{"ReachSedLoad"};
     Table2<float> HistSedConc{"HistSedConc"};  // (month index 0..600, r), mg/l
+    Table2<bool> HistSedSeen{"HistSedSeen"};   // the cells of HistSedConc the sheet set
 
     // Stage tables: rating rows 1..13 by reach (row 1 is zero flow).
     int16_t NQRows = 13;
@@ -76,6 +77,7 @@ struct Physical {
     float HeatEx = 0;
     Table1<float> WaterTemp{"WaterTemp"};      // 0..NReaches; 1 is the release
     Table2<float> ObsTemp{"ObsTemp"};          // (month index 0..600, r)
+    Table2<bool> ObsTempSeen{"ObsTempSeen"};   // the cells of ObsTemp that hold an observation
 };
 
 }  // namespace osm

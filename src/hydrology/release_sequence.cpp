@@ -129,6 +129,7 @@ void LoadMainSed(Model& m, const std::string& workbook, const std::string& sheet
     Database db = OpenWorkbook(workbook);
     Cursor c = db.OpenRequiredSheet(sheet);
     Table2<float> conc = m.physical.HistSedConc;
+    Table2<bool> seen = m.physical.HistSedSeen;
     double lastMile = 0;
     int reach = 0;
     for (int row = 2; !c.AtEnd(); ++row, c.MoveNext()) {
@@ -143,8 +144,10 @@ void LoadMainSed(Model& m, const std::string& workbook, const std::string& sheet
                             "month index " + NumText(i));
         c.Field("AVGQ_CFS");
         conc(static_cast<int>(i), reach) = c.Field("AVGSSMGL").single();
+        seen(static_cast<int>(i), reach) = true;
     }
     m.physical.HistSedConc = std::move(conc);
+    m.physical.HistSedSeen = std::move(seen);
 }
 
 }  // namespace osm

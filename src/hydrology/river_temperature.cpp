@@ -67,13 +67,18 @@ void LoadObsTemp(Model& m, const std::string& sheet, const std::string& workbook
     Cursor rows = db.OpenSheet(sheet);
     Table2<float> obs = m.physical.ObsTemp;
     obs.clear();
+    Table2<bool> seen = m.physical.ObsTempSeen;
+    seen.clear();
 
     float lastMile = 0;
     int reach = 0;
     int count = 0;
     // Sites come in groups of rows; a group's sum becomes its mean when the mile changes.
     const auto closeSite = [&] {
-        if (reach != 0 && count > 0) obs(0, reach) = Sng(static_cast<double>(obs(0, reach)) / count);
+        if (reach != 0 && count > 0) {
+            obs(0, reach) = Sng(static_cast<double>(obs(0, reach)) / count);
+            seen(0, reach) = true;
+        }
     };
     for (long row = 2; !rows.AtEnd(); ++row, rows.MoveNext()) {
         const float mile = rows.Field("OSD_Mile").single();
@@ -95,11 +100,13 @@ void LoadObsTemp(Model& m, const std::string& sheet, const std::string& workbook
         // The series keeps whole degrees only.
         const int16_t t = rows.Field("AVGTEMP").int16();
         obs(i, reach) = t;
+        seen(i, reach) = true;
         obs(0, reach) = Sng(static_cast<double>(obs(0, reach)) + t);
         ++count;
     }
     closeSite();
     m.physical.ObsTemp = std::move(obs);
+    m.physical.ObsTempSeen = std::move(seen);
 }
 
 void SaveTempData(const Model& m, const std::string& sheet, const std::string& workbook) {

@@ -16,8 +16,9 @@ void RiverTemperature(Model& m, int month);
 // A failed load changes nothing.
 void LoadTempPatterns(Model& m, const std::string& sheet, const std::string& workbook);
 // ObsTemp from the observed series (columns "OSD_Mile", "YR", "MNTH", "AVGTEMP"),
-// each reading rounded to a whole degree; ObsTemp(0, r) is the reach's mean. A
-// failed load changes nothing.
+// each reading rounded to a whole degree; ObsTemp(0, r) is the reach's mean.
+// ObsTempSeen marks the cells a reading set, so a month without one is told from
+// a reading of 0. A failed load changes nothing.
 void LoadObsTemp(Model& m, const std::string& sheet, const std::string& workbook);
 // Writes BaseTemp and EqTemp of months 1..12 back into the sheet's "OSDOut" and
 // "EQUILIB" columns, leaving every other cell; a legacy .xls is a fault.

@@ -5,6 +5,7 @@
 
 #include "core/model.h"
 #include "core/numbers.h"
+#include "core/results_store.h"
 #include "presentation/time_series.h"
 
 namespace osm {
@@ -18,6 +19,19 @@ int ReachValuePoints(const Model& m, int r) {
     const Main& mn = m.main;
     const float length = mn.ReachMile(r, 1) - mn.ReachMile(r, 0);
     return static_cast<int>(CInt(std::fabs(Int(length) - 1)));
+}
+
+std::vector<double> ProfileMiles(const Model& m) {
+    const Main& mn = m.main;
+    std::vector<double> miles;
+    for (int r = mn.FirstReach; r <= mn.LastReach; ++r) {
+        const double top = mn.ReachMile(r, 0), foot = mn.ReachMile(r, 1);
+        const int n = ReachValuePoints(m, r);
+        // The block spans the reach; its closing zero stands at the foot.
+        for (int k = 0; k < n; ++k) miles.push_back(top + (foot - top) * k / std::max(n - 1, 1));
+        miles.push_back(foot);
+    }
+    return miles;
 }
 
 void SetupProfiles(const Model& m, ChartSet& charts) {
@@ -37,7 +51,9 @@ void SetupProfiles(const Model& m, ChartSet& charts) {
 
         const int n = sets * (m.main.NRuns + 1);
         c.SetCurveCount(n);
+        c.xMiles = ProfileMiles(m);
         for (int j = 1; j <= n; ++j) {
+            c.SetRole(j - 1, CurveRoleOf(g, v, j));
             const int32_t colour = g.CurveColour(j);
             // The overlaid run's lines thin out set by set, black inside.
             if (j <= sets)
@@ -77,8 +93,13 @@ void drawProfile(const Model& m, ChartState& c, int i, int v, int month) {
         for (int s = 1; s <= g.VarSets(v); ++s) {
             for (int r = mn.FirstReach; r <= mn.LastReach; ++r) {
                 const int n = ReachValuePoints(m, r);
-                const float value = mn.Results(run, v, s, r, month);
+                const float value = ShownResult(mn, run, v, s, r, month);
                 for (int k = 0; k < n; ++k) c.AddPoint(curve, value);
+                // A reach without an observation is left out, its closing zero too.
+                if (std::isnan(value)) {
+                    c.AddPoint(curve, value);
+                    continue;
+                }
                 top = std::max(top, static_cast<double>(value));
                 c.AddPoint(curve, 0.0f);
             }

@@ -1,6 +1,8 @@
 #pragma once
 // The downstream profiles: one x position for about each mile of river, each
 // reach drawn as a flat-topped block closed by a zero.
+#include <vector>
+
 #include "presentation/chart_state.h"
 
 namespace osm {
@@ -14,6 +16,9 @@ int ProfilePointCount(const Model& m);
 // under a mile still gets one.
 int ReachValuePoints(const Model& m, int r);
 
+// The river mile of each point place of a profile: a reach's value points
+// spread from its top to its foot, and its closing zero at the foot.
+std::vector<double> ProfileMiles(const Model& m);
 void SetupProfiles(const Model& m, ChartSet& charts);
 void LabelMileAxis(const Model& m, ChartSet& charts);
 // The month's profiles when their variable's time scale is due.

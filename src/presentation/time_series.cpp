@@ -3,6 +3,7 @@
 #include "core/fault.h"
 #include "core/model.h"
 #include "core/numbers.h"
+#include "core/results_store.h"
 #include "core/run_driver.h"
 #include "presentation/graph_table.h"
 #include "presentation/time_axis.h"
@@ -31,6 +32,12 @@ void SetupChartFrame(const Model& m, ChartSet& charts, int kind, int i, int v) {
     for (int s = 1; s <= g.VarSets(v); ++s) c.title += g.VarLabel(s, v);
 }
 
+CurveRole CurveRoleOf(const Graphs& g, int v, int curve) {
+    const int sets = g.VarSets(v);
+    const int set = (curve - 1) % sets + 1;
+    return {static_cast<int16_t>((curve - 1) / sets), static_cast<int16_t>(set), IsObservedSet(g, set, v)};
+}
+
 void SetupGraphs(const Model& m, ChartSet& charts) {
     const Graphs& g = m.graphs;
     const int runs = m.main.NRuns + 1;
@@ -47,6 +54,7 @@ void SetupGraphs(const Model& m, ChartSet& charts) {
         int k = 1;
         int16_t style = 2;
         for (int j = 1; j <= n; ++j) {
+            c.SetRole(j - 1, CurveRoleOf(g, v, j));
             if (j <= sets) {
                 const bool observed = IsObservedSet(g, j, v);
                 const int16_t st = observed ? MarkStyle : g.VarStyle(v);
@@ -97,7 +105,7 @@ void UpdateGraphs(Model& m, ChartSet& charts, int iYear, int iMonth) {
         int curve = 0;
         for (int run = 0; run <= mn.NRuns; ++run)
             for (int s = 1; s <= g.VarSets(v); ++s)
-                c.AddPoint(curve++, mn.Results(run, v, s, mn.IndexReach, mn.CumMonth));
+                c.AddPoint(curve++, ShownResult(mn, run, v, s, mn.IndexReach, mn.CumMonth));
     }
 }
 
@@ -131,8 +139,9 @@ void ReplotGraphs(Model& m, ChartSet& charts) {
     const Calendar saved(mn);
     const int years = mn.CumMonth / 12;
     const int rest = mn.CumMonth - 12 * years;
-    SetCalendar(m, 1, 1);
+    // The year first: a run that went to its last year left CurYr one past it.
     mn.CurYr = mn.StartYr;
+    SetCalendar(m, 1, 1);
     ClearGraphs(charts);
     SetupGraphs(m, charts);
     LabelTimeAxis(m, charts);

@@ -5,6 +5,7 @@
 
 namespace osm {
 
+struct Graphs;
 struct Model;
 
 // A chart's variable must be in the graph table; a fault names the view, the
@@ -14,6 +15,10 @@ void CheckChartVariable(const Model& m, const char* view, int chart, int v);
 // frame, switches, the y axis of the setup (kind 1 graphs, 2 profiles) and the
 // title.
 void SetupChartFrame(const Model& m, ChartSet& charts, int kind, int i, int v);
+
+// Run, data set and kind of curve 1.. of a chart showing variable v: the sets of
+// run 0 first, then those of the overlaid run.
+CurveRole CurveRoleOf(const Graphs& g, int v, int curve);
 
 // Axis limits, title and curve formats of every chart with a variable.
 void SetupGraphs(const Model& m, ChartSet& charts);

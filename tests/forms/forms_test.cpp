@@ -142,7 +142,7 @@ private slots:
         start(false);
         QStringList captions;
         for (const QAction* a : w->menuBar()->actions()) captions << a->text();
-        QCOMPARE(captions, (QStringList{"File", "Policies", "Parameters", "View", "Options"}));
+        QCOMPARE(captions, (QStringList{"File", "Policies", "Parameters", "View", "Options", "Help"}));
         QVERIFY(!w->Entry("mnuSed")->isEnabled());  // its form comes later
         QVERIFY(w->Entry("mnuTrout")->isVisible());
         w.reset();
@@ -161,10 +161,11 @@ private slots:
         w->Entry("mnuSelGraphics")->trigger();
         auto* sf = w->findChild<osm::SetGraphicsForm*>();
         QVERIFY(sf);
-        sf->txTimeWindow->setText(QStringLiteral("0"));
+        sf->txTimeWindow->setText(QStringLiteral("0"));  // refused: nothing is applied
         sf->btApply->click();
-        QCOMPARE(messages.seen.size(), size_t{1});
-        QVERIFY(messages.seen[0].text.find("time window of 0") != std::string::npos);
+        QVERIFY(messages.seen.empty());
+        QVERIFY(sf->lbNote->text().contains(QStringLiteral("Number of Years to Display")));
+        QCOMPARE(g().TimeWindow, 10);
         sf->txTimeWindow->setText(QStringLiteral("10"));
         sf->chkVisForms[2]->setChecked(false);
         sf->graphSlots[0].visible->setChecked(false);
@@ -251,14 +252,14 @@ private slots:
         QCOMPARE(m().main.IndexQ(2), 20000.0f);
     }
 
-    void aYearPastTheRecordStopsWithAMessage() {
+    void aYearPastTheRecordIsRefusedWithAMessage() {
         startStatus();
         f->txStartYr->setText(QStringLiteral("148"));
         f->BtStart->click();
         QCOMPARE(messages.seen.size(), size_t{1});
-        QCOMPARE(messages.seen[0].kind, std::string("run stopped"));
+        QCOMPARE(messages.seen[0].kind, std::string("run not started"));
         QVERIFY(messages.seen[0].text.find("2047") != std::string::npos);
-        QCOMPARE(now(), QStringLiteral("Start|Continue|off|0||stopped"));
+        QCOMPARE(now(), QStringLiteral("Start|Pause|off|0||"));
     }
 
     // The graphics setup form.
