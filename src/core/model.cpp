@@ -36,6 +36,9 @@ Model::Model() {
     sediment.IniPropSliceFull.redim(Bounds{1, 3});
     morph.TribReach.redim(Bounds{1, 2});
     physical.RelSeason.redim(Bounds{0, 0}, Bounds{1, 12});
+    physical.SeqType.redim(Bounds{1, 3});
+    physical.RepYr.redim(Bounds{1, 3});
+    for (int i = 1; i <= 3; ++i) physical.SeqType(i) = 1, physical.RepYr(i) = 48;
     popsubs.Biomass.redim(Bounds{0, 20});
     popsubs.CatchDataFlag.redim(Bounds{0, 20});
     graphs.VisForms.redim(Bounds{1, 4});
