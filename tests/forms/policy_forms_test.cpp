@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTableWidget>
@@ -14,6 +15,7 @@
 #include <QTimer>
 
 #include <cstdlib>
+#include <filesystem>
 
 #include "core/model.h"
 #include "core/run_driver.h"
@@ -192,6 +194,32 @@ private slots:
         QCOMPARE(p().SeqType(1), int16_t{2});
     }
 
+    // A spike trace chosen on the pattern form gives the policy form its spikes.
+    void spikeTraceFromThePatternFormFillsTheSpikeList() {
+        load();
+        std::string trace = "YR,MNTH,Run1,Run2\r\n", flags = "Run1,Run2\r\n";
+        for (int i = 1; i <= 600; ++i) {
+            trace += std::to_string(48 + (i - 1) / 12) + "," + std::to_string((i - 1) % 12 + 1) + ",900000,950000\r\n";
+            flags += std::string("0,") + (i == 579 ? "-1" : "0") + "\r\n";
+        }
+        s->folder.Write("riverware.xls/Spike_Traces.csv", trace);
+        s->folder.Write("riverware.xls/spike.csv", flags);
+        s->folder.Write("riverware.xls/RunList.csv", "Nruns,RunType\r\n1,0\r\n2,45\r\n");
+        osm::PatternForm d(m());
+        QCOMPARE(d.cbMonRel->findText(QStringLiteral("spike$")), -1);  // flags and the trace list are no record
+        d.cbMonRel->setCurrentIndex(d.cbMonRel->findText(QStringLiteral("Spike_Traces$")));
+        d.cbRun->setCurrentIndex(1);
+        QCOMPARE(d.cbRun->currentText(), QStringLiteral("Run2 (45 kcfs)"));
+        emit d.cbRun->activated(1);
+        QCOMPARE(p().MonthlyVol(7), 950000.0f);
+        osm::PolicyForm f(m(), dialogs);
+        f.opSpikeType[0]->click();
+        QVERIFY(messages.seen.empty());
+        QCOMPARE(f.lsSpikes->count(), 1);
+        QCOMPARE(f.lsSpikes->item(0)->text(), QStringLiteral("Year: 96 Month: 3"));
+        QVERIFY(!f.btAddSpike->isEnabled());
+    }
+
     void outflowTemperatureForm() {
         load();
         osm::TempForm f(m());
@@ -208,6 +236,50 @@ private slots:
         QCOMPARE(p().ExpTemp(8), 10.0f);
         QVERIFY(p().ExpTempYr(90) && p().ExpTempYr(91) && !p().ExpTempYr(92));
         QCOMPARE(p().HeatEx, 0.25f);
+    }
+
+    // Process runs the pipeline into a new scenario that joins the lists; a
+    // failed or cancelled run keeps the old file and says where it stopped.
+    void processMakesAScenarioAndAFailureOrCancelKeepsTheOld() {
+        load();
+        namespace fs = std::filesystem;
+        const fs::path hydro = s->folder.File("hydro");
+        fs::create_directories(hydro);
+        fs::copy_file(OSPSW95B_EXE, hydro / "ospsw95b");
+        fs::copy_file(USFLOW_EXE, hydro / "USFlow");
+        osm::PolicyForm f(m(), dialogs);
+        const std::string old = s->folder.Read("noaction.sts");
+        f.txFileName->setText(QStringLiteral("noaction.sts"));
+        f.cmdProcessHydro->click();  // the scheduler finds no prices
+        QVERIFY(f.lbWhy->text().contains(QStringLiteral("month jan")));
+        QVERIFY(f.lbWhy->text().contains(QStringLiteral("ospsw95b")));
+        QVERIFY(f.lbWhy->text().contains(QStringLiteral("The old file is unchanged")));
+        for (const char* name : {"caddqd.In", "ospsw95b.dat"})
+            fs::copy_file(std::string(OSM_SOURCE_DIR) + "/data/hydro/" + name, hydro / name);
+        QTimer::singleShot(0, f.cmdCancel, &QPushButton::click);
+        f.cmdProcessHydro->click();
+        QVERIFY(f.lbWhy->text().contains(QStringLiteral("cancelled")));
+        QCOMPARE(s->folder.Read("noaction.sts"), old);
+        QVERIFY(f.cmdProcessHydro->isEnabled());
+
+        // Modified low fluctuating flows, which the scheduler can meet at every level.
+        enter(f.txMaxDailyFlow, QStringLiteral("25000"));
+        enter(f.txUpRamp, QStringLiteral("4000"));
+        enter(f.txDownRamp, QStringLiteral("2500"));
+        for (int mo = 0; mo < 12; ++mo) {
+            f.gdMaxDailyFlowChange->item(0, mo)->setText(QStringLiteral("8000"));
+            for (int h = 0; h < 24; ++h)
+                f.gdMinDailyFlow->item(h, mo)->setText(h >= 7 && h <= 18 ? QStringLiteral("8000") : QStringLiteral("5000"));
+        }
+        f.txFileName->setText(QStringLiteral("trial.sts"));
+        f.cmdProcessHydro->click();
+        QCOMPARE(p().MinFlowMH(4, 8), 8000.0f);
+        QCOMPARE(f.lbWhy->text(), QString());
+        QCOMPARE(f.pbProcess->value(), 72);
+        QVERIFY(fs::exists(s->folder.File("trial.sts")));
+        QCOMPARE(f.fileScenarios->currentItem()->text(), QStringLiteral("trial.sts"));
+        QCOMPARE(f.lstDiurnalPattern->count(), 3);
+        QCOMPARE(p().DiurnalName(3), std::string("trial"));
     }
 
     // A spike added while the run waits at a year's end falls in the next year.

@@ -7,6 +7,7 @@
 #include "core/model.h"
 #include "core/reaches.h"
 #include "core/start_up.h"
+#include "hydrology/flow_engine.h"
 #include "hydrology/monthly_patterns.h"
 #include "hydrology/policy_file.h"
 #include "hydrology/release_policy.h"
@@ -156,6 +157,38 @@ TEST_F(PatternRiver, TributaryPatternBringsItsSedimentAndTheRunningSum) {
     ApplyTribSequence(m, 3, SeqRecord, q);  // back to the sheet, which is empty
     EXPECT_EQ(mo.TribFlow(598, 3), 10.0f);
     EXPECT_TRUE(Holds(FaultText([&] { mo.NTrib = 1, ApplyTribSequence(m, 3, SeqPattern, q); }), {"no tributary series 3"}));
+}
+
+TEST_F(PatternRiver, PlanningTraceCarriesItsSpikeSizeAndFlagColumn) {
+    std::string trace = "YR,MNTH,Run1,Run2\r\n", flags = "Run1,Run2\r\n";
+    for (int i = 1; i <= 600; ++i) {
+        trace += std::to_string(48 + (i - 1) / 12) + "," + std::to_string((i - 1) % 12 + 1) + ",1000," +
+                 std::to_string(2000 + i) + "\r\n";
+        flags += std::string(i == 3 ? "-1" : "0") + "," + (i == 579 ? "-1" : "0") + "\r\n";
+    }
+    s->folder.Write("riverware.xls/Spike_Traces.csv", trace);
+    s->folder.Write("riverware.xls/spike.csv", flags);
+    s->folder.Write("riverware.xls/RunList.csv", "Nruns,RunType\r\n1,0\r\n2,40\r\n");
+    const std::vector<TraceInfo> runs = ReadRunList(m.main.RiverwareXls);
+    ASSERT_EQ(runs.size(), 2u);
+    EXPECT_EQ(runs[1].spikeKcfs, 40);
+    LoadReleaseTrace(m, "Spike_Traces$", "Run2");
+    const Physical& p = m.physical;
+    EXPECT_EQ(p.MonthlyVol(600), 2600.0f);
+    EXPECT_EQ(p.MonthlyVolField, "Run2");
+    EXPECT_EQ(p.TraceSpikeKcfs, 40);
+    EXPECT_EQ(p.SpikeTrace, 1);  // the second flag column, counted from 0
+    LoadSpikeFlags(m, m.main.RiverwareXls, "spike$");
+    EXPECT_TRUE(p.SpikeFlag(579));
+    EXPECT_FALSE(p.SpikeFlag(3));
+    // The policy file names the trace, and a later load finds the same record.
+    SavePolicy(m, s->folder.File("trace.pol"));
+    EXPECT_NE(s->folder.Read("trace.pol").find("release-trace Spike_Traces$ Run2"), std::string::npos);
+    LoadReleaseTrace(m, "Historical$", "");
+    EXPECT_EQ(p.TraceSpikeKcfs, 0);
+    LoadPolicy(m, s->folder.File("trace.pol"));
+    EXPECT_EQ(p.MonthlyVol(600), 2600.0f);
+    EXPECT_EQ(p.TraceSpikeKcfs, 40);
 }
 
 // ---------------------------------------------------------------------------

@@ -146,6 +146,8 @@ PatternForm::PatternForm(Model& m, QWidget* parent)
     const Physical& p = m_.physical;
     for (int i = 1; i <= 1 + m_.morph.NTrib && i <= 3; ++i) {
         pattern_[size_t(i)] = SeasonalPattern(m_, i);
+        seqType_[size_t(i)] = p.SeqType(i);
+        repYr_[size_t(i)] = p.RepYr(i);
         yMax_[size_t(i)] = i == 1 ? 2000000 : 3000;
     }
     const Sediment& sd = m_.sediment;
@@ -173,8 +175,8 @@ PatternForm::PatternForm(Model& m, QWidget* parent)
     check_->Watch(txRepYr, QStringLiteral("Repeat year"), Range{-1e9, 1e9}, [this](double v) {
         if (v < 48 || v > 97 || v != Int(v)) return QStringLiteral("Enter a year between 48 and 97");
         const int i = Series();
-        m_.physical.RepYr(i) = static_cast<int16_t>(v);
-        if (m_.physical.SeqType(i) == SeqRepeatYear) {
+        repYr_[size_t(i)] = int(v);
+        if (seqType_[size_t(i)] == SeqRepeatYear) {
             try {
                 pattern_[size_t(i)] = GetRepYrData(m_, i, int(v));
             } catch (const std::exception& e) {
@@ -283,18 +285,20 @@ void PatternForm::cbTribList_Click() {
     caption();
     for (QWidget* w : std::initializer_list<QWidget*>{frOSD, cbMonRel, cbRun, lbAnnVol, lbAnnVolCap}) w->setVisible(dam);
     SetBox(txYMax, qs(NumText(yMax_[size_t(i)])));
-    SetBox(txRepYr, QString::number(m_.physical.RepYr(i)));
-    opSeqType[size_t(m_.physical.SeqType(i) - 1)]->setChecked(true);
+    SetBox(txRepYr, QString::number(repYr_[size_t(i)]));
+    opSeqType[size_t(seqType_[size_t(i)] - 1)]->setChecked(true);
     PlotFlow();
 }
 
 void PatternForm::opSeqType_Click(int kind) {
     const int i = Series();
-    m_.physical.SeqType(i) = static_cast<int16_t>(kind);
+    seqType_[size_t(i)] = kind;
+    // The record comes back at once; a pattern waits for Exit.
+    if (kind == SeqRecord) m_.physical.SeqType(i) = SeqRecord;
     try {
         if (kind == SeqRecord && i == 1) LoadReleaseTrace(m_, m_.physical.MonthlyVolSheet, m_.physical.MonthlyVolField);
         if (kind == SeqRecord && i > 1) ApplyTribSequence(m_, i, SeqRecord, pattern_[size_t(i)]);
-        if (kind == SeqRepeatYear) pattern_[size_t(i)] = GetRepYrData(m_, i, m_.physical.RepYr(i));
+        if (kind == SeqRepeatYear) pattern_[size_t(i)] = GetRepYrData(m_, i, repYr_[size_t(i)]);
     } catch (const std::exception& e) {
         check_->Say(qs(e.what()));
         return;
@@ -310,6 +314,10 @@ void PatternForm::cbMonRel_Click() {
     cbRun->setEnabled(sheet != HistoricalSheet);
     try {
         LoadReleaseTrace(m_, sheet, field);
+        // A trace chosen is the dam's record.
+        seqType_[1] = SeqRecord;
+        m_.physical.SeqType(1) = SeqRecord;
+        if (Series() == 1) opSeqType[0]->setChecked(true);
         check_->Say(QString());
     } catch (const std::exception& e) {
         check_->Say(qs(e.what()));
@@ -343,6 +351,10 @@ void PatternForm::cmdExit_Click() {
         sd.PreOSDPropSand = Sng(val(txPreOSDPropSand));
         sd.PostOSDPropSand = Sng(val(txPostOSDPropSand));
         sd.HistOSDSSConc = chkHistOSDSSConc->isChecked();
+        for (int i = 1; i <= 1 + m_.morph.NTrib && i <= 3; ++i) {
+            p.SeqType(i) = static_cast<int16_t>(seqType_[size_t(i)]);
+            p.RepYr(i) = static_cast<int16_t>(repYr_[size_t(i)]);
+        }
         ApplyDamSequence(m_, p.SeqType(1), pattern_[1]);
         for (int i = 2; i <= 1 + m_.morph.NTrib && i <= 3; ++i) ApplyTribSequence(m_, i, p.SeqType(i), pattern_[size_t(i)]);
         for (int i = 1; i <= 1 + m_.morph.NTrib && i - 1 <= p.RelSeason.hi(0); ++i)

@@ -94,6 +94,7 @@ private:
     std::vector<TraceInfo> runs_;
     std::array<MonthPattern, 4> pattern_{};
     std::array<double, 4> yMax_{};
+    std::array<int, 4> seqType_{}, repYr_{};  // taken into the model on Exit
 };
 
 }  // namespace osm
