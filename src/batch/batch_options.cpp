@@ -47,6 +47,9 @@ std::string UsageText() {
            "                        run,var,sub,reach,month,value\n"
            "  --phy, --bhp, --fis, --rec, --trb, --exp, --grs, --reach-breaks FILE\n"
            "                        use FILE instead of the default file of that kind\n"
+           "  --policy FILE         apply a release policy file (.pol) before the run:\n"
+           "                        diurnal scenarios, release trace, spikes and\n"
+           "                        experimental temperature (see docs/policy_file.md)\n"
            "  --list-vars           list the graph-table rows after start-up and stop\n"
            "  --help                this text\n\n"
            "process-hydro runs the hydropower scheduler and the flow router of the\n"
@@ -78,6 +81,7 @@ Options ParseOptions(int argc, char** argv, const std::string& defaultFolder) {
         else if (a == "--vars") o.vars = listArg(a, value());
         else if (a == "--reaches") o.reaches = listArg(a, value());
         else if (a == "--list-vars") o.listVars = true;
+        else if (a == "--policy") o.policyFile = value();
         else if (a == "process-hydro") o.processHydro = true;
         else if (a == "--from" && o.processHydro) o.hydroFrom = value();
         else if (a == "--out" && o.processHydro) o.hydroOut = value();

@@ -18,6 +18,7 @@ struct Options {
     std::optional<std::vector<int>> vars;     // graph-table rows, from 0
     std::optional<std::vector<int>> reaches;  // reach numbers
     std::map<std::string, std::string> files;  // replaced default files by kind
+    std::string policyFile;                    // a release policy applied before the run
     bool listVars = false;
     // The process-hydro command: a new scenario file from another's flow limits.
     bool processHydro = false;

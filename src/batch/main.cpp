@@ -12,6 +12,7 @@
 #include "core/numbers.h"
 #include "core/reaches.h"
 #include "core/run_driver.h"
+#include "hydrology/policy_file.h"
 #include "hydrology/process_hydro.h"
 #include "core/start_up.h"
 #include "core/textfile.h"
@@ -160,6 +161,13 @@ int main(int argc, char** argv) {
     try {
         if (o.processHydro) return processHydro(m, o, bar, argv[0]);
         StartUp(m, StartOptions{o.folder, o.physOnly, o.files});
+        if (!o.policyFile.empty()) try {
+                const bool here = std::filesystem::exists(o.policyFile);
+                LoadPolicy(m, here ? o.policyFile : InFolder(m, o.policyFile));
+            } catch (const std::exception& e) {
+                std::cerr << "osm-batch: the policy was not applied, nothing was run: " << e.what() << "\n";
+                return 1;
+            }
         if (o.listVars) {
             listVars(m);
             return 0;

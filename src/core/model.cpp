@@ -51,6 +51,9 @@ Model::Model() {
     for (auto* t : {&pr.PopR, &pr.PopS, &pr.PopV, &pr.PopA1, &pr.PopA2, &pr.PopE})
         t->redim(Bounds{0, MaxIndicatorPops});
     pr.PopF.redim(Bounds{0, MaxIndicatorFoods}, Bounds{0, MaxIndicatorPops});
+    physical.SeqType.redim(Bounds{1, 3});
+    physical.RepYr.redim(Bounds{1, 3});
+    for (int i = 1; i <= 3; ++i) physical.SeqType(i) = 1, physical.RepYr(i) = 48;
     graphs.VisForms.redim(Bounds{1, 4});
     graphs.GraphSlot.redim(Bounds{1, 6});
     graphs.MapSlot.redim(Bounds{1, 6});

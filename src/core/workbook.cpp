@@ -556,6 +556,11 @@ bool Database::loadSheet(const std::string& sheetName) {
     return true;
 }
 
+std::vector<std::string> Database::SheetNames() const {
+    if (path_.empty()) return {};
+    return impl_->folder ? csvSheetNames(path_) : impl_->xls->sheetNames();
+}
+
 bool Database::hasTable(const std::string& tableName) {
     const std::string table = withoutDollar(tableName);
     return !table.empty() && (tableExists(table) || loadSheet(tableName));
@@ -567,8 +572,7 @@ Cursor Database::OpenSheet(const std::string& sheetName) {
     if (table.empty()) throw Fault(book + ": no sheet name given");
     if (!tableExists(table) && !loadSheet(sheetName)) {
         if (path_.empty()) throw Fault(book + ": no table '" + table + "'");
-        const std::vector<std::string> sheets =
-            impl_->folder ? csvSheetNames(path_) : impl_->xls->sheetNames();
+        const std::vector<std::string> sheets = SheetNames();
         std::string text = book + ": no sheet '" + sheetName + "'";
         if (impl_->folder) text += " (no file " + table + ".csv in " + path_ + ")";
         throw Fault(text + "; sheets: " + joinNames(sheets));

@@ -104,6 +104,8 @@ public:
     // True when the table is in the database, or the workbook has a sheet of that
     // name (which is then loaded).
     bool hasTable(const std::string& tableName);
+    // The names of the workbook's sheets (those of a CSV folder end in "$").
+    std::vector<std::string> SheetNames() const;
     sqlite3* handle() const { return db_; }
 
 private:

@@ -18,6 +18,9 @@
 #include "core/start_up.h"
 #include "forms/dump_form.h"
 #include "forms/graphs_form.h"
+#include "forms/hydrology/pattern_form.h"
+#include "forms/hydrology/policy_form.h"
+#include "forms/hydrology/temp_form.h"
 #include "forms/profiles_form.h"
 #include "forms/set_graphics_form.h"
 #include "forms/status_form.h"
@@ -165,9 +168,9 @@ void MainWindow::buildMenus() {
     on(add(file, "mnuExit", "Exit"), &MainWindow::endProgram);
 
     QMenu* policy = menu("mnuPolicy", "Policies");
-    add(policy, "mnuOSDRelease", "Set OSD Release Hydrograph (Diurnal/Spike)");
-    add(policy, "mnuHydSedInput", "Set OSD Monthly Hydrograph/Tributary Flow");
-    add(policy, "setexptemp", "Set OSD outflow temperature");
+    on(add(policy, "mnuOSDRelease", "Set OSD Release Hydrograph (Diurnal/Spike)"), &MainWindow::mnuOSDRelease_Click);
+    on(add(policy, "mnuHydSedInput", "Set OSD Monthly Hydrograph/Tributary Flow"), &MainWindow::mnuHydSedInput_Click);
+    on(add(policy, "setexptemp", "Set OSD outflow temperature"), &MainWindow::setexptemp_Click);
     add(policy, "MnuPopharv", "Animal harvest rates");
     add(policy, "mnupophatch", "Hatchery production");
 
@@ -202,7 +205,7 @@ void MainWindow::buildMenus() {
     // Entries whose forms are not part of the program yet stay in their place,
     // disabled.
     for (const char* later :
-         {"mnuSaveRec", "mnuOSDRelease", "mnuHydSedInput", "setexptemp", "MnuPopharv",
+         {"mnuSaveRec", "MnuPopharv",
           "mnupophatch", "mnuSed", "mnubaseprod", "mnuVegetation", "mnuReachPop", "mnupopdyn", "mnupophab",
           "mnuTribHab", "trophlink", "mnuTrout", "mnuRaft", "mnuCultural", "mnuLegEd", "mnuCross", "mnuMapsRedraw",
           "mnuMapsLegEd"})
@@ -440,6 +443,36 @@ void MainWindow::mnuSelGraphics_Click() {
     f->setAttribute(Qt::WA_DeleteOnClose);
     connect(f, &SetGraphicsForm::applied, this, &MainWindow::RebuildViews);
     f->show();
+}
+
+// The policy editors stay open beside a run: what they change takes effect from
+// the run's next month.
+template <typename F>
+void MainWindow::showForm(QPointer<QWidget>& form, F&& make) {
+    if (!form) {
+        try {
+            form = make();
+        } catch (const std::exception& e) {
+            ShowMessage(m_, "form", e.what());
+            return;
+        }
+        form->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    form->show();
+    form->raise();
+    form->activateWindow();
+}
+
+void MainWindow::mnuOSDRelease_Click() {
+    showForm(policy_, [this] { return new PolicyForm(m_, dialogs_, this); });
+}
+
+void MainWindow::mnuHydSedInput_Click() {
+    showForm(patterns_, [this] { return new PatternForm(m_, this); });
+}
+
+void MainWindow::setexptemp_Click() {
+    showForm(temp_, [this] { return new TempForm(m_, this); });
 }
 
 }  // namespace osm

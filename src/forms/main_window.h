@@ -2,6 +2,7 @@
 // frmMain: the container window. Its menus open forms and load or save files;
 // the status form and the result views are tiled inside it.
 #include <QMainWindow>
+#include <QPointer>
 
 #include <functional>
 #include <map>
@@ -85,6 +86,12 @@ private:
     void mnuSaveOSDExp_Click();
     void mnuDump_Click();
     void mnuSelGraphics_Click();
+    void mnuOSDRelease_Click();
+    void mnuHydSedInput_Click();
+    void setexptemp_Click();
+    // Shows the one open instance of a form, made by `make` when there is none.
+    template <typename F>
+    void showForm(QPointer<QWidget>& form, F&& make);
 
     Model& m_;
     FileDialogs ownDialogs_;
@@ -95,6 +102,7 @@ private:
     GraphsForm* graphs_;
     ProfilesForm* profiles_;
     std::map<QString, QAction*> entries_;
+    QPointer<QWidget> policy_, patterns_, temp_;
 };
 
 }  // namespace osm

@@ -30,7 +30,18 @@ struct Physical {
     int16_t SpikeDays = 2;
     int16_t SpikeStartDay = 10;
     float SpikeVol = 0.0f;
+    // The record of monthly volumes in force: a sheet of riverware.xls and, for a
+    // planning trace, its field ("" for "Historical$"), with the trace's spike
+    // size (kcfs, 0 for a trace without spikes).
     std::string MonthlyVolSheet = "Historical$";
+    std::string MonthlyVolField;
+    int16_t TraceSpikeKcfs = 0;
+    // The release policy file last loaded or saved; "" for none.
+    std::string PolicyFile;
+    // How each monthly series is made (1 the dam, 2.. the tributaries): 1 the
+    // record, 2 one year's pattern repeated, 3 the record's year RepYr repeated.
+    Table1<int16_t> SeqType{"SeqType"};  // 1..3
+    Table1<int16_t> RepYr{"RepYr"};      // 1..3, two-digit years
     int16_t SpikeTrace = 1;
     float PowerAccum = 0.0f;
     float AnnualPowerValue = 0.0f;

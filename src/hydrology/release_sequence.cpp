@@ -64,6 +64,7 @@ void LoadMonthlyVolumes(Model& m, const std::string& workbook, const std::string
     m.physical.AnnualVol = std::move(next.AnnualVol);
     m.physical.SpinVol = std::move(next.SpinVol);
     m.physical.MonthlyVolSheet = sheet;
+    m.physical.MonthlyVolField = historical ? "" : field;
 }
 
 void LoadSpikeFlags(Model& m, const std::string& workbook, const std::string& sheet) {

@@ -66,9 +66,9 @@ void ReadTribFlow(Model& m, const std::string& workbook, const std::string& shee
     Database db = OpenWorkbook(workbook);
     Cursor c = db.OpenRequiredSheet(sheet);
     const std::string where = sheetName(workbook, sheet);
-    Table2<float> q = m.morph.TribQ, flow = m.morph.TribFlow;
+    Table2<float> q = m.morph.TribQ;
     Table3<float> conc = m.morph.TribSedConc;
-    for (auto* t : {&q, &flow}) t->clear();
+    q.clear();
     conc.clear();
     MileReach reach(m, 0);
     int last = 0;
@@ -80,16 +80,21 @@ void ReadTribFlow(Model& m, const std::string& workbook, const std::string& shee
         conc(mi, r, 2) = Sng(c.Field("FineMGL").number() / perGFt3);
         last = mi;
     }
-    const Main& mn = m.main;
-    for (int mi = 1; mi <= last; ++mi)
-        for (int r = mn.FirstReach; r <= mn.LastReach; ++r)
-            flow(mi, r) = Sng(static_cast<double>(q(mi, r)) + flow(mi, r - 1));
     Morph& mo = m.morph;
     mo.TribQBase = q;
     mo.TribSedConcBase = conc;
     mo.TribQ = std::move(q);
     mo.TribSedConc = std::move(conc);
-    mo.TribFlow = std::move(flow);
+    mo.TribFlow.clear();
+    BuildTribFlow(m, last);
+}
+
+void BuildTribFlow(Model& m, int lastMonth) {
+    const Main& mn = m.main;
+    Morph& mo = m.morph;
+    for (int c = 1; c <= lastMonth; ++c)
+        for (int r = mn.FirstReach; r <= mn.LastReach; ++r)
+            mo.TribFlow(c, r) = Sng(static_cast<double>(mo.TribQ(c, r)) + mo.TribFlow(c, r - 1));
 }
 
 void ReadSpateEvents(Model& m, const std::string& workbook, const std::string& sheet) {

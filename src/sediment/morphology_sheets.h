@@ -9,6 +9,9 @@ namespace osm {
 struct Model;
 
 void ReadTribFlow(Model& m, const std::string& workbook, const std::string& sheet);
+// The running sum down the river: TribFlow(month, r) = TribQ(month, r) +
+// TribFlow(month, r - 1), months 1..lastMonth.
+void BuildTribFlow(Model& m, int lastMonth);
 void ReadSpateEvents(Model& m, const std::string& workbook, const std::string& sheet);
 void ReadRC90(Model& m, const std::string& workbook, const std::string& sheet);
 void ReadSubstrate(Model& m, const std::string& workbook, const std::string& sheet);

@@ -1,0 +1,59 @@
+#pragma once
+// Entry checks of the hydrology forms: a box or grid cell takes only a number in
+// its range. Anything else is refused in place: the old value comes back and
+// the form's message line says why.
+#include <QObject>
+#include <QString>
+
+#include <functional>
+
+class QLabel;
+class QLineEdit;
+class QTableWidget;
+
+namespace osm {
+
+struct Range {
+    double lo = 0;
+    double hi = 0;
+    bool whole = false;  // whole numbers only
+};
+
+// Why `text` is not a number in `range`, or an empty text when it is one.
+QString RangeProblem(const QString& text, const Range& range);
+
+class EntryCheck : public QObject {
+    Q_OBJECT
+public:
+    // `why` is the form's message line.
+    EntryCheck(QLabel* why, QObject* parent);
+
+    // The box's text, when its editing finishes (or Enter is pressed), is
+    // checked; a number in range goes to `take`, which may refuse it by
+    // returning a reason.
+    using Take = std::function<QString(double)>;
+    void Watch(QLineEdit* box, const QString& name, Range range, Take take);
+    // Every cell of the grid: `range` by cell, the value to `take(row, column, value)`.
+    using CellRange = std::function<Range(int, int)>;
+    using TakeCell = std::function<void(int, int, double)>;
+    void WatchGrid(QTableWidget* grid, const QString& name, CellRange range, TakeCell take);
+
+    // Says why a value was refused (or clears the line with an empty text).
+    void Say(const QString& text);
+
+private:
+    QLabel* why_;
+};
+
+// A cell's text of a stored (single) number as the program writes it.
+QString CellText(float x);
+// A caption broken at blanks into lines of about `width` characters, for
+// controls that do not wrap their text.
+QString Wrapped(const QString& caption, int width);
+// Sets a cell (made when missing) or a box by program, as its checked value.
+void SetCell(QTableWidget* grid, int row, int column, const QString& text);
+void SetBox(QLineEdit* box, const QString& text);
+// The grid's cell editor takes only digits, the minus sign and the point.
+void AllowNumberKeys(QTableWidget* grid);
+
+}  // namespace osm
