@@ -10,8 +10,9 @@ struct Model;
 
 // "Entire Model" or "Physical Model Only", as the start dialog offers them.
 std::string ModeName(const Main& mn);
-// The scenario in force: the flow scenario file and the release sequence file,
-// by their names without folders ("noaction.sts, default.exp").
+// The scenario in force: the flow scenario file, the release sequence file and
+// the policy file when one was applied, by their names without folders
+// ("noaction.sts, default.exp", "noaction.sts, default.exp, policy wet.pol").
 std::string ScenarioName(const Model& m);
 // How the key names run 0 or 1 of the store: by the scenario it was run on, or
 // "no run yet".

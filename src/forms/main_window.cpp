@@ -464,7 +464,11 @@ void MainWindow::showForm(QPointer<QWidget>& form, F&& make) {
 }
 
 void MainWindow::mnuOSDRelease_Click() {
-    showForm(policy_, [this] { return new PolicyForm(m_, dialogs_, this); });
+    showForm(policy_, [this] {
+        auto* form = new PolicyForm(m_, dialogs_, this);
+        connect(form, &PolicyForm::policyChanged, this, &MainWindow::ShowScenario);
+        return form;
+    });
 }
 
 void MainWindow::mnuHydSedInput_Click() {

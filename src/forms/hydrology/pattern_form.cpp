@@ -16,7 +16,7 @@
 #include "core/model.h"
 #include "core/numbers.h"
 #include "core/workbook.h"
-#include "forms/hydrology/entry_check.h"
+#include "forms/hydrology/field_check.h"
 
 namespace osm {
 
@@ -121,7 +121,7 @@ PatternForm::PatternForm(Model& m, QWidget* parent)
       cmdExit(new QPushButton(QStringLiteral("Exit"), this)),
       lbWhy(new QLabel(this)),
       m_(m),
-      check_(new EntryCheck(lbWhy, this)) {
+      check_(new FieldCheck(lbWhy, this)) {
     setObjectName(QStringLiteral("DisSedIn"));
     setWindowTitle(QStringLiteral("Define Water and Sediment Discharge Monthly Patterns"));
     cbTribList->setObjectName(QStringLiteral("cbTribList"));

@@ -21,7 +21,7 @@ class QRadioButton;
 namespace osm {
 
 struct Model;
-class EntryCheck;
+class FieldCheck;
 
 // SetFlow: twelve bars on the scale 0..top; a held mouse button sets the month
 // under the pointer to the value under it.
@@ -90,7 +90,7 @@ private:
     void PopulateListBoxes();
     void caption();
     Model& m_;
-    EntryCheck* check_;
+    FieldCheck* check_;
     std::vector<TraceInfo> runs_;
     std::array<MonthPattern, 4> pattern_{};
     std::array<double, 4> yMax_{};

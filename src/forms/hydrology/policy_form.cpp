@@ -27,7 +27,7 @@
 #include "core/numbers.h"
 #include "forms/file_dialogs.h"
 #include "forms/hydrology/diurnal_picture.h"
-#include "forms/hydrology/entry_check.h"
+#include "forms/hydrology/field_check.h"
 #include "hydrology/flow_engine.h"
 #include "hydrology/policy_file.h"
 #include "hydrology/process_hydro.h"
@@ -95,7 +95,7 @@ private:
 }  // namespace
 
 PolicyForm::PolicyForm(Model& m, FileDialogs& dialogs, QWidget* parent)
-    : QWidget(parent, Qt::Window), lbWhy(new QLabel(this)), m_(m), dialogs_(dialogs), check_(new EntryCheck(lbWhy, this)) {
+    : QWidget(parent, Qt::Window), lbWhy(new QLabel(this)), m_(m), dialogs_(dialogs), check_(new FieldCheck(lbWhy, this)) {
     setObjectName(QStringLiteral("frmPolicy"));
     setWindowTitle(QStringLiteral("Set OSD Release Hydrograph"));
     auto* tabs = new QTabWidget(this);

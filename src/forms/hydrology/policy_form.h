@@ -23,7 +23,7 @@ namespace osm {
 
 struct Model;
 class DiurnalPicture;
-class EntryCheck;
+class FieldCheck;
 class FileDialogs;
 class HourAxis;
 class StepButtons;
@@ -132,7 +132,7 @@ private:
 
     Model& m_;
     FileDialogs& dialogs_;
-    EntryCheck* check_;
+    FieldCheck* check_;
     QTableWidget* active_ = nullptr;
     bool processing_ = false;
     bool cancel_ = false;

@@ -12,7 +12,7 @@
 
 #include "core/model.h"
 #include "core/numbers.h"
-#include "forms/hydrology/entry_check.h"
+#include "forms/hydrology/field_check.h"
 #include "hydrology/river_temperature.h"
 
 namespace osm {
@@ -37,7 +37,7 @@ TempForm::TempForm(Model& m, QWidget* parent)
       cmdOK(new QPushButton(QStringLiteral("OK/Exit"), this)),
       lbWhy(new QLabel(this)),
       m_(m),
-      check_(new EntryCheck(lbWhy, this)) {
+      check_(new FieldCheck(lbWhy, this)) {
     setObjectName(QStringLiteral("frmTemp"));
     setWindowTitle(QStringLiteral("Base and Experimental temperature for Ostrel Narrows outflows"));
     Physical& p = m_.physical;

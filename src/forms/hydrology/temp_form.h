@@ -13,7 +13,7 @@ class QTableWidget;
 namespace osm {
 
 struct Model;
-class EntryCheck;
+class FieldCheck;
 
 class TempForm : public QWidget {
     Q_OBJECT
@@ -33,7 +33,7 @@ public:
 
 private:
     Model& m_;
-    EntryCheck* check_;
+    FieldCheck* check_;
 };
 
 }  // namespace osm

@@ -1,4 +1,4 @@
-#include "forms/hydrology/entry_check.h"
+#include "forms/hydrology/field_check.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -74,14 +74,14 @@ public:
 
 void AllowNumberKeys(QTableWidget* grid) { grid->setItemDelegate(new NumberKeys(grid)); }
 
-EntryCheck::EntryCheck(QLabel* why, QObject* parent) : QObject(parent), why_(why) {}
+FieldCheck::FieldCheck(QLabel* why, QObject* parent) : QObject(parent), why_(why) {}
 
-void EntryCheck::Say(const QString& text) {
+void FieldCheck::Say(const QString& text) {
     why_->setText(text);
     why_->setStyleSheet(text.isEmpty() ? QString() : QStringLiteral("color: #a00000"));
 }
 
-void EntryCheck::Watch(QLineEdit* box, const QString& name, Range range, Take take) {
+void FieldCheck::Watch(QLineEdit* box, const QString& name, Range range, Take take) {
     box->setProperty("good", box->text());
     connect(box, &QLineEdit::editingFinished, this, [this, box, name, range, take] {
         const QString text = box->text();
@@ -100,7 +100,7 @@ void EntryCheck::Watch(QLineEdit* box, const QString& name, Range range, Take ta
     });
 }
 
-void EntryCheck::WatchGrid(QTableWidget* grid, const QString& name, CellRange range, TakeCell take) {
+void FieldCheck::WatchGrid(QTableWidget* grid, const QString& name, CellRange range, TakeCell take) {
     for (int r = 0; r < grid->rowCount(); ++r)
         for (int c = 0; c < grid->columnCount(); ++c)
             if (QTableWidgetItem* it = grid->item(r, c)) it->setData(Qt::UserRole, it->text());

@@ -22,11 +22,11 @@ struct Range {
 // Why `text` is not a number in `range`, or an empty text when it is one.
 QString RangeProblem(const QString& text, const Range& range);
 
-class EntryCheck : public QObject {
+class FieldCheck : public QObject {
     Q_OBJECT
 public:
     // `why` is the form's message line.
-    EntryCheck(QLabel* why, QObject* parent);
+    FieldCheck(QLabel* why, QObject* parent);
 
     // The box's text, when its editing finishes (or Enter is pressed), is
     // checked; a number in range goes to `take`, which may refuse it by
