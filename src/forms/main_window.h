@@ -16,6 +16,8 @@ namespace osm {
 
 struct Model;
 class GraphsForm;
+class LegendEditorForm;
+class MapsForm;
 class ProfilesForm;
 class StatusForm;
 
@@ -36,11 +38,16 @@ public:
     // The views rebuilt after a change of the graphics setup.
     void RebuildViews();
 
+    // Opens the legend editor on the legend at `index` (0-based); null when
+    // the maps are not available.
+    LegendEditorForm* ShowLegendEditor(int index);
+
     // A menu entry by its control name ("mnuGraphSet", "mnublank0", ...).
     QAction* Entry(const QString& name) const;
     StatusForm* Status() const { return status_; }
     GraphsForm* Graphs() const { return graphs_; }
     ProfilesForm* Profiles() const { return profiles_; }
+    MapsForm* Maps() const { return maps_; }
 
 protected:
     void resizeEvent(QResizeEvent* e) override;
@@ -67,6 +74,7 @@ private:
     void mnuSaveOSDExp_Click();
     void mnuDump_Click();
     void mnuSelGraphics_Click();
+    void redrawMaps();
 
     Model& m_;
     FileDialogs ownDialogs_;
@@ -76,6 +84,7 @@ private:
     StatusForm* status_;
     GraphsForm* graphs_;
     ProfilesForm* profiles_;
+    MapsForm* maps_;
     std::map<QString, QAction*> entries_;
 };
 
