@@ -8,6 +8,7 @@
 #include "hydrology/physical_module.h"
 #include "population/popsubs_module.h"
 #include "presentation/graphs_module.h"
+#include "presentation/vectormap_module.h"
 #include "production/production_module.h"
 #include "recreation/rec_module.h"
 #include "sediment/morph_module.h"
@@ -24,6 +25,8 @@ struct Model {
     Popsubs popsubs;
     Rec rec;
     Graphs graphs;
+    VectorMap vectorMap;
+    Legend legend;
 
     // Where model messages go; without a sink they go to stderr.
     MessageSink* messages = nullptr;

@@ -17,6 +17,7 @@
 #include "population/population_file.h"
 #include "presentation/graph_table.h"
 #include "presentation/graphics_setup.h"
+#include "presentation/legends.h"
 #include "presentation/map_layers.h"
 #include "production/production_file.h"
 #include "production/production_steps.h"
@@ -102,14 +103,6 @@ void load(const std::string& path, Load loader) {
     loader(path);
 }
 
-void loadMapLayers(Model& m) {
-    const Main& mn = m.main;
-    for (const std::string& f : {mn.RiverMifFile, mn.LakesMifFile, mn.TribsMifFile,
-                                 mn.ModelMdeFile, mn.ReachLabelsFile})
-        RequireFile(f);
-    LoadMapLayers(m);
-}
-
 }  // namespace
 
 void BuildMonthsTable(Model& m) {
@@ -162,7 +155,7 @@ void NewReachBreaks(Model& m, const std::string& reachFile) {
     // has loaded.
     Model next = m;
     next.main.ReachFile = reachFile;
-    loadMapLayers(next);
+    LoadMapLayers(next);
     LoadReachData(next, reachFile);
     RebuildStageTables(next, reachFile);
     if (!m.main.Results.empty() && next.main.NReaches > m.main.Results.hi(3))
@@ -221,11 +214,11 @@ void StartUp(Model& m, const StartOptions& o) {
         });
     }
     ReadAnglingPars(m, mn.RecFile);
-    loadMapLayers(m);
+    LoadMapLayers(m);
     LoadRafting(m);
     if (whole) load(mn.TrbFile, [&](const std::string& p) { ReadTrbFile(m, p); });
     load(mn.GraphLegFile, [&](const std::string& p) { LoadGraphTable(m, p); });
-    BuildDefaultLegends(m);
+    if (m.vectorMap.Loaded) CheckLegends(m);
     LoadRafting(m);
     m.graphs.StartupFinished = true;
 }

@@ -5,6 +5,7 @@
 #include <QTimer>
 
 #include "forms/graphs_form.h"
+#include "forms/maps_form.h"
 #include "forms/profiles_form.h"
 #include "forms/status_form.h"
 
@@ -33,6 +34,10 @@ void FormsRunObserver::ResetProfiles() {
 
 void FormsRunObserver::UpdateGraphs(int iYear, int iMonth) {
     if (graphs_) graphs_->UpdateGraphs(iYear, iMonth);
+}
+
+void FormsRunObserver::UpdateMaps(int, int) {
+    if (maps_) maps_->UpdateMaps();
 }
 
 void FormsRunObserver::UpdateProfiles(int iYear, int iMonth) {

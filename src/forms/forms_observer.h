@@ -8,6 +8,7 @@
 namespace osm {
 
 class GraphsForm;
+class MapsForm;
 class ProfilesForm;
 class StatusForm;
 
@@ -21,7 +22,10 @@ public:
     void ClearGraphs() override;
     void SetupOverlayCurves() override;
     void ResetProfiles() override;
+    // The maps form while it is on, else null.
+    void SetMaps(MapsForm* maps) { maps_ = maps; }
     void UpdateGraphs(int iYear, int iMonth) override;
+    void UpdateMaps(int iYear, int iMonth) override;
     void UpdateProfiles(int iYear, int iMonth) override;
     void PausedAtYearEnd() override;
     void Yield() override;
@@ -32,6 +36,7 @@ private:
     StatusForm* status_ = nullptr;
     GraphsForm* graphs_ = nullptr;
     ProfilesForm* profiles_ = nullptr;
+    MapsForm* maps_ = nullptr;
 };
 
 }  // namespace osm

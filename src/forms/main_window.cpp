@@ -21,6 +21,8 @@
 #include "forms/hydrology/pattern_form.h"
 #include "forms/hydrology/policy_form.h"
 #include "forms/hydrology/temp_form.h"
+#include "forms/legend_editor_form.h"
+#include "forms/maps_form.h"
 #include "forms/profiles_form.h"
 #include "forms/set_graphics_form.h"
 #include "forms/status_form.h"
@@ -54,7 +56,9 @@ MainWindow::MainWindow(Model& m, FileDialogs* dialogs, QWidget* parent)
       area_(new QWidget(this)),
       status_(new StatusForm(m, observer_, area_)),
       graphs_(new GraphsForm(m, area_)),
-      profiles_(new ProfilesForm(m, area_)) {
+      profiles_(new ProfilesForm(m, area_)),
+      maps_(new MapsForm(m, area_)) {
+    connect(maps_, &MapsForm::legendEditorWanted, this, [this](int n) { ShowLegendEditor(std::max(0, n - 1)); });
     setObjectName(QStringLiteral("frmMain"));
     setCentralWidget(area_);
     observer_.SetStatus(status_);
@@ -191,12 +195,13 @@ void MainWindow::buildMenus() {
 
     QMenu* view = menu("mnuGraphic", "View");
     on(add(view, "mnuSelGraphics", "Select Graphics"), &MainWindow::mnuSelGraphics_Click);
-    add(view, "mnuLegEd", "Legend Editor");
+    connect(add(view, "mnuLegEd", "Legend Editor"), &QAction::triggered, this, [this] { ShowLegendEditor(0); });
     add(view, "mnuCross", "View Cross Sections and Substrate");
 
     QMenu* options = menu("mnuMapOptions", "Options");
-    add(options, "mnuMapsRedraw", "RedrawMaps");
-    add(options, "mnuMapsLegEd", "Show Legend Editor");
+    on(add(options, "mnuMapsRedraw", "RedrawMaps"), &MainWindow::redrawMaps);
+    connect(add(options, "mnuMapsLegEd", "Show Legend Editor"), &QAction::triggered, this,
+            [this] { ShowLegendEditor(std::max(0, maps_->PressedLegend() - 1)); });
 
     QMenu* help = menu("mnuHelp", "Help");
     on(add(help, "mnuUserGuide", "User Guide"), &MainWindow::ShowUserGuide);
@@ -207,8 +212,7 @@ void MainWindow::buildMenus() {
     for (const char* later :
          {"mnuSaveRec", "MnuPopharv",
           "mnupophatch", "mnuSed", "mnubaseprod", "mnuVegetation", "mnuReachPop", "mnupopdyn", "mnupophab",
-          "mnuTribHab", "trophlink", "mnuTrout", "mnuRaft", "mnuCultural", "mnuLegEd", "mnuCross", "mnuMapsRedraw",
-          "mnuMapsLegEd"})
+          "mnuTribHab", "trophlink", "mnuTrout", "mnuRaft", "mnuCultural", "mnuCross"})
         Entry(QString::fromLatin1(later))->setEnabled(false);
 }
 
@@ -223,10 +227,14 @@ void MainWindow::hidePhysicalOnly() {
 void MainWindow::ChangeLayout() {
     graphs_->hide();
     profiles_->hide();
+    maps_->hide();
     const bool graphsOn = m_.graphs.VisForms(1) != 0, profilesOn = m_.graphs.VisForms(3) != 0;
+    const bool mapsOn = m_.graphs.VisForms(2) != 0 && m_.vectorMap.Loaded;
     observer_.SetViews(graphs_, graphsOn, profiles_, profilesOn);
+    observer_.SetMaps(mapsOn ? maps_ : nullptr);
     status_->show();
     if (graphsOn) graphs_->show();
+    if (mapsOn) maps_->show();
     if (profilesOn) profiles_->show();
     layOut();
 }
@@ -236,7 +244,7 @@ void MainWindow::layOut() {
     const double statusW = std::min(w, std::max(w * StatusWidthPct / 100.0, double(status_->minimumSizeHint().width())));
     status_->setGeometry(0, 0, static_cast<int>(statusW), static_cast<int>(h));
     std::vector<QWidget*> shown;
-    for (QWidget* v : {static_cast<QWidget*>(graphs_), static_cast<QWidget*>(profiles_)})
+    for (QWidget* v : {static_cast<QWidget*>(graphs_), static_cast<QWidget*>(maps_), static_cast<QWidget*>(profiles_)})
         if (!v->isHidden()) shown.push_back(v);
     const auto rects = TileViews(static_cast<int>(shown.size()), w - statusW, h, ViewFormAspect, ViewGap);
     for (size_t k = 0; k < shown.size(); ++k)
@@ -263,6 +271,28 @@ void MainWindow::RebuildViews() {
         ShowMessage(m_, "profiles", e.what(), "Profiles");
     }
     ChangeLayout();
+    redrawMaps();
+}
+
+LegendEditorForm* MainWindow::ShowLegendEditor(int index) {
+    if (!m_.vectorMap.Loaded || m_.legend.Legends.empty()) {
+        ShowMessage(m_, "maps", "The maps and their legends are not available.", "Legend Editor");
+        return nullptr;
+    }
+    auto* editor = new LegendEditorForm(m_, [this] { redrawMaps(); }, this);
+    editor->setAttribute(Qt::WA_DeleteOnClose);
+    editor->ShowLegend(index);
+    editor->show();
+    return editor;
+}
+
+// A map that cannot be drawn is reported; the window stays up.
+void MainWindow::redrawMaps() {
+    try {
+        maps_->RedrawMaps();
+    } catch (const std::exception& e) {
+        ShowMessage(m_, "maps", e.what(), "Maps");
+    }
 }
 
 void MainWindow::LoadGraphSetupFile(const QString& path) {

@@ -18,6 +18,8 @@ namespace osm {
 
 struct Model;
 class GraphsForm;
+class LegendEditorForm;
+class MapsForm;
 class ProfilesForm;
 class StatusForm;
 
@@ -47,11 +49,16 @@ public:
     // The About box's text: version, mode and program folder.
     QString AboutText() const;
 
+    // Opens the legend editor on the legend at `index` (0-based); null when
+    // the maps are not available.
+    LegendEditorForm* ShowLegendEditor(int index);
+
     // A menu entry by its control name ("mnuGraphSet", "mnublank0", ...).
     QAction* Entry(const QString& name) const;
     StatusForm* Status() const { return status_; }
     GraphsForm* Graphs() const { return graphs_; }
     ProfilesForm* Profiles() const { return profiles_; }
+    MapsForm* Maps() const { return maps_; }
 
 protected:
     void resizeEvent(QResizeEvent* e) override;
@@ -92,6 +99,7 @@ private:
     // Shows the one open instance of a form, made by `make` when there is none.
     template <typename F>
     void showForm(QPointer<QWidget>& form, F&& make);
+    void redrawMaps();
 
     Model& m_;
     FileDialogs ownDialogs_;
@@ -101,6 +109,7 @@ private:
     StatusForm* status_;
     GraphsForm* graphs_;
     ProfilesForm* profiles_;
+    MapsForm* maps_;
     std::map<QString, QAction*> entries_;
     QPointer<QWidget> policy_, patterns_, temp_;
 };

@@ -273,6 +273,25 @@ std::string camps() {
     return s;
 }
 
+// The map layers: a centre-line of six vertices from mile 0 to mile 40, a lake, a
+// tributary, the reach labels and an empty legend file.
+void writeMapLayers(const TestFolder& f) {
+    const std::string head =
+        "Version 300\r\nCharset \"WindowsLatin1\"\r\nDelimiter \",\"\r\n"
+        "CoordSys NonEarth Units \"mi\" Bounds (0, 0) (400, 400)\r\n";
+    f.Write("ORRiv.mif", head + "Columns 2\r\n  ID Integer\r\n  RiverMile Float\r\nData\r\n\r\n"
+                               "Point 10 50\r\n  Symbol (34,255,2)\r\nPoint 12 49\r\n  Symbol (34,255,2)\r\n"
+                               "Point 20 45\r\n  Symbol (34,255,2)\r\nPoint 30 40\r\n  Symbol (34,255,2)\r\n"
+                               "Point 40 30\r\n  Symbol (34,255,2)\r\nPoint 50 20\r\n  Symbol (34,255,2)\r\n");
+    f.Write("ORRiv.mid", "1,0\r\n2,0.5\r\n3,10\r\n4,20.62\r\n5,30\r\n6,40\r\n");
+    const std::string shapes = head + "Columns 1\r\n  Name Char(40)\r\nData\r\n\r\n";
+    f.Write("Lakes.mif", shapes + "Region  1\r\n  4\r\n8 52\r\n12 52\r\n12 48\r\n8 48\r\n"
+                                  "    Pen (1,2,0)\r\n    Brush (2,16777215,0)\r\n    Center 10 50\r\n");
+    f.Write("tribs.mif", shapes + "Pline 2\r\n30 40\r\n35 55\r\n    Pen (1,2,0)\r\n");
+    f.Write("Reachlabels.csv", "\"Mile\",\"Label\"\r\n2\r\n0,\"Dam\"\r\n20.62,\"Lower gorge\"\r\n");
+    f.Write("model.mde", "0\r\n");
+}
+
 }  // namespace
 
 void WriteSmallRiver(const TestFolder& f) {
@@ -291,9 +310,8 @@ void WriteSmallRiver(const TestFolder& f) {
             "jan,50,1500,500\r\nfeb,50,1500,500\r\nmar,50,1500,500\r\napr,60,1600,520\r\n"
             "may,60,1600,520\r\njun,70,1700,540\r\njul,70,1700,540\r\naug,70,1700,540\r\n"
             "sep,60,1600,520\r\noct,60,1600,520\r\nnov,50,1500,500\r\ndec,50,1500,500\r\n");
-    for (const char* name : {"ORRiv.mif", "ORRiv.mid", "Lakes.mif", "tribs.mif",
-                             "model.mde", "Reachlabels.csv", "CampingBeaches.csv"})
-        f.Write(name, "\r\n");
+    writeMapLayers(f);
+    f.Write("CampingBeaches.csv", "\r\n");
     f.Write("default.trb", tributaryHabitat());
     f.Write("riverware.xls/Historical.csv", monthlyVolumes());
     f.Write("physical.xls/TribFlow.csv", "OSD_Mile,YR,MNTH,CMONTH,AVGQW,SandMGL,FineMGL\r\n10,48,1,1,0,0,0\r\n");
