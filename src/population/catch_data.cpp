@@ -21,30 +21,43 @@ std::string lowerPrefix(const std::string& s, size_t n) {
     return out;
 }
 
+// A species index, reach or year that the catch tables lack is refused, naming
+// the sheet and row, before anything is stored.
+int within(int v, const Table3<float>& t, int dim, const std::string& sheet, long row, const char* what) {
+    if (v < t.lo(dim) || v > t.hi(dim))
+        throw Fault(sheet + ", row " + std::to_string(row) + ": " + what + " " + NumText(v) + " is outside " +
+                    NumText(t.lo(dim)) + ".." + NumText(t.hi(dim)));
+    return v;
+}
+
 }  // namespace
 
 void ReadCatchData(Model& m, const std::string& path, const std::string& sheet, int yrFirst,
                    int yrLast) {
     Database db = OpenWorkbook(path);
-    std::vector<std::pair<std::string, int>> lookup;
-    for (Cursor c = db.OpenSheet("Lookup$"); !c.AtEnd(); c.MoveNext())
-        lookup.emplace_back(c.Field("SPCODE").text(), c.Field("ModelIndex").int16());
-    const int nl = static_cast<int>(lookup.size());
-
     Popsubs& ps = m.popsubs;
     Table3<float> index = ps.CatchIndex;
+    std::vector<std::pair<std::string, int>> lookup;
+    long row = 2;
+    for (Cursor c = db.OpenSheet("Lookup$"); !c.AtEnd(); c.MoveNext(), ++row)
+        lookup.emplace_back(c.Field("SPCODE").text(), within(c.Field("ModelIndex").int16(), index, 0,
+                                                             path + ", sheet Lookup$", row, "the model index"));
+    const int nl = static_cast<int>(lookup.size());
+
     Table1<int16_t> flag = ps.CatchDataFlag;
     index.clear();
     flag.clear();
     std::map<std::pair<int, int>, int> count;  // (reach, species)
-    for (Cursor c = db.OpenSheet(sheet); !c.AtEnd(); c.MoveNext()) {
+    row = 2;
+    for (Cursor c = db.OpenSheet(sheet); !c.AtEnd(); c.MoveNext(), ++row) {
         const std::string code = c.Field("SPECIES").text();
         const auto it = std::find_if(lookup.begin(), lookup.end(),
-                                     [&](const auto& row) { return row.first == code; });
+                                     [&](const auto& entry) { return entry.first == code; });
         if (it == lookup.end()) continue;
         const int i = it->second;
-        const int r = c.Field("REACH").int16();
-        const int yr = c.Field("YR").int16();
+        const std::string where = path + ", sheet " + sheet;
+        const int r = within(c.Field("REACH").int16(), index, 1, where, row, "the reach");
+        const int yr = within(c.Field("YR").int16(), index, 2, where, row, "the year");
         const float v = c.Field("STDCATCH").single();
         index(i, r, yr) = v;
         if (yr >= yrFirst && yr <= yrLast) {
@@ -78,8 +91,9 @@ void ReadRainbowData(Model& m, const std::string& path, const std::string& sheet
     for (int yr = 47; yr <= 98; ++yr) index(i, first, yr) = 0;
     Database db = OpenWorkbook(path);
     int n = 0;
-    for (Cursor c = db.OpenSheet(sheet); !c.AtEnd(); c.MoveNext()) {
-        const int yr = c.Field("YR").int16();
+    long row = 2;
+    for (Cursor c = db.OpenSheet(sheet); !c.AtEnd(); c.MoveNext(), ++row) {
+        const int yr = within(c.Field("YR").int16(), index, 2, path + ", sheet " + sheet, row, "the year");
         const float cpue = c.Field("CPUE").single();
         const float d = Sng(static_cast<double>(c.Field("ANGHR_1000").single()) * 1000 / 6);
         const float k = c.Field("Catch").single();

@@ -24,7 +24,7 @@ void ReadVegType(TextReader& in, Production& p, int v) {
     p.VegName(v) = in.Text("the name" + of);
     for (int t = 1; t <= 5; ++t) p.VegClimax(t, v) = in.Flag("substrate flag " + NumText(t) + of);
     p.VegGrowth(v) = in.Single("VegGrowth" + of);
-    p.VegDkill(v) = in.Single("VegDkill" + of);
+    p.VegDkill(v) = in.NonNegative("VegDkill" + of);
     p.VegWmin(v) = in.Int16("VegWmin" + of);
     p.VegWmax(v) = in.Int16("VegWmax" + of);
     p.VegBug(v) = in.Single("VegBug" + of);

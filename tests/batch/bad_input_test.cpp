@@ -146,13 +146,9 @@ const std::set<std::pair<std::string, std::string>> kOpenFaults = {
     {"physical.xls/Eddy_Storage.csv", "line doubled"},  // a repeated discharge: NaN in the run
     {"riverware.xls/Historical.csv", "line dropped"},   // months missing: index or zero discharge
     {"riverware.xls/Historical.csv", "line doubled"},
-    {"default.bhp", "line doubled"},                       // a mortality point index of -1 in the run
     {"population.xls/Lookup.csv", "emptied"},              // blamed on RBT_HF$
-    {"population.xls/Lookup.csv", "negative number"},      // a negative species code: CatchIndex index
     {"population.xls/Pop_Halden_Broome.csv", "emptied"},   // blamed on RBT_HF$
-    {"population.xls/Pop_Halden_Broome.csv", "negative number"},
     {"population.xls/Pop_Halden_Broome.csv", "truncated"},
-    {"population.xls/RBT_HF.csv", "negative number"},      // a negative year: CatchIndex index
 };
 
 class MutatedRiver : public testing::TestWithParam<std::string> {};
