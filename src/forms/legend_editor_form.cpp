@@ -1,14 +1,14 @@
 #include "forms/legend_editor_form.h"
 
 #include <algorithm>
+#include <cmath>
+#include <optional>
 
 #include <QComboBox>
-#include <QDoubleValidator>
 #include <QEvent>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QIntValidator>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -22,6 +22,7 @@
 
 #include "core/model.h"
 #include "core/numbers.h"
+#include "forms/entry_guard.h"
 #include "presentation/legends.h"
 #include "presentation/map_projection.h"
 
@@ -32,14 +33,21 @@ namespace {
 QString text(float x) { return QString::fromStdString(NumText(x)); }
 float val(const QLineEdit* e) { return static_cast<float>(Val(e->text().toStdString())); }
 
-QLineEdit* numberBox(QWidget* parent, const char* name) {
+// The limits a legend box takes: wide enough for any result the maps show.
+constexpr double kLimit = 1e9;
+
+QLineEdit* numberBox(QWidget* parent, const QString& name) {
     auto* e = new QLineEdit(parent);
-    e->setObjectName(QString::fromLatin1(name));
-    auto* v = new QDoubleValidator(e);
-    v->setLocale(QLocale::c());
-    e->setValidator(v);
+    e->setObjectName(name);
     e->setToolTip(QObject::tr("A number"));
     return e;
+}
+
+// A box's text as the legend takes it at once, or nothing while it isn't a number.
+std::optional<float> typed(const QLineEdit* e) {
+    const auto v = EntryNumber(e->text());
+    if (!v || std::abs(*v) > kLimit) return std::nullopt;
+    return static_cast<float>(*v);
 }
 
 }  // namespace
@@ -72,8 +80,8 @@ LegendEditorForm::LegendEditorForm(Model& m, std::function<void()> redraw, QWidg
 
     frCont_ = new QGroupBox(tr("Continuous Map Scale"), this);
     auto* cont = new QGridLayout(frCont_);
-    txtContMin_ = numberBox(frCont_, "txtContMin");
-    txtContMax_ = numberBox(frCont_, "txtContMax");
+    txtContMin_ = numberBox(frCont_, QStringLiteral("txtContMin"));
+    txtContMax_ = numberBox(frCont_, QStringLiteral("txtContMax"));
     cont->addWidget(new QLabel(tr("Minimum Limit"), frCont_), 0, 0);
     cont->addWidget(txtContMin_, 0, 1);
     cont->addWidget(new QLabel(tr("Maximum Limit"), frCont_), 1, 0);
@@ -88,10 +96,9 @@ LegendEditorForm::LegendEditorForm(Model& m, std::function<void()> redraw, QWidg
     auto* cat = new QGridLayout(frCat_);
     txtMaxMapCat_ = new QLineEdit(frCat_);
     txtMaxMapCat_->setObjectName(QStringLiteral("txtMaxMapCat"));
-    txtMaxMapCat_->setValidator(new QIntValidator(0, 99, txtMaxMapCat_));
     txtMaxMapCat_->installEventFilter(this);
-    txLower_ = numberBox(frCat_, "txLower");
-    txUpper_ = numberBox(frCat_, "txUpper");
+    txLower_ = numberBox(frCat_, QStringLiteral("txLower"));
+    txUpper_ = numberBox(frCat_, QStringLiteral("txUpper"));
     cat->addWidget(new QLabel(tr("Number of Categories"), frCat_), 0, 0);
     cat->addWidget(txtMaxMapCat_, 0, 1);
     cat->addWidget(new QLabel(tr("Lower Range"), frCat_), 1, 0);
@@ -102,8 +109,7 @@ LegendEditorForm::LegendEditorForm(Model& m, std::function<void()> redraw, QWidg
     cat->addWidget(new QLabel(tr("Colour"), frCat_), 3, 1);
     for (int k = 1; k <= 10; ++k) {
         QLineEdit*& to = txTo_[static_cast<size_t>(k - 1)];
-        to = numberBox(frCat_, "txTo");
-        to->setObjectName(QStringLiteral("txTo%1").arg(k));
+        to = numberBox(frCat_, QStringLiteral("txTo%1").arg(k));
         QLabel*& col = capCol_[static_cast<size_t>(k - 1)];
         col = new QLabel(frCat_);
         col->setObjectName(QStringLiteral("capCol%1").arg(k));
@@ -131,6 +137,18 @@ LegendEditorForm::LegendEditorForm(Model& m, std::function<void()> redraw, QWidg
     }
     top->addWidget(frColor_);
 
+    note_ = new QLabel(this);
+    note_->setObjectName(QStringLiteral("lbNote"));
+    note_->setWordWrap(true);
+    top->addWidget(note_);
+    // The boxes of the scale not in hand, and rows not yet shown, stand empty.
+    guard(txtContMin_, OptionalNumberCheck(tr("Minimum Limit"), -kLimit, kLimit));
+    guard(txtContMax_, OptionalNumberCheck(tr("Maximum Limit"), -kLimit, kLimit));
+    guard(txtMaxMapCat_, NumberCheck(tr("Number of Categories"), 0, 99, true));
+    guard(txLower_, OptionalNumberCheck(tr("Lower Range"), -kLimit, kLimit));
+    guard(txUpper_, OptionalNumberCheck(tr("Upper Range"), -kLimit, kLimit));
+    for (int k = 1; k <= 10; ++k) guard(Breakpoint(k), OptionalNumberCheck(tr("Breakpoint %1").arg(k), -kLimit, kLimit));
+
     auto* buttons = new QHBoxLayout;
     auto* btOk = new QPushButton(tr("OK"), this);
     auto* btApply = new QPushButton(tr("Apply / Save"), this);
@@ -142,8 +160,7 @@ LegendEditorForm::LegendEditorForm(Model& m, std::function<void()> redraw, QWidg
     top->addLayout(buttons);
     connect(btApply, &QPushButton::clicked, this, &LegendEditorForm::Apply);
     connect(btOk, &QPushButton::clicked, this, [this] {
-        Apply();
-        accept();
+        if (Apply()) accept();
     });
     connect(btCancel, &QPushButton::clicked, this, &LegendEditorForm::Cancel);
 
@@ -156,9 +173,21 @@ LegendEditorForm::LegendEditorForm(Model& m, std::function<void()> redraw, QWidg
     });
     connect(optScale_[0], &QRadioButton::clicked, this, &LegendEditorForm::showCategorical);
     connect(optScale_[1], &QRadioButton::clicked, this, &LegendEditorForm::showContinuous);
-    connect(txtContMin_, &QLineEdit::textEdited, this, [this] { current().ScaleMin = val(txtContMin_); });
-    connect(txtContMax_, &QLineEdit::textEdited, this, [this] { current().ScaleMax = val(txtContMax_); });
+    connect(txtContMin_, &QLineEdit::textEdited, this, [this] {
+        if (const auto v = typed(txtContMin_)) current().ScaleMin = *v;
+    });
+    connect(txtContMax_, &QLineEdit::textEdited, this, [this] {
+        if (const auto v = typed(txtContMax_)) current().ScaleMax = *v;
+    });
     ShowLegend(0);
+}
+
+void LegendEditorForm::guard(QLineEdit* box, EntryCheck check) { guards_.push_back(new EntryGuard(box, note_, std::move(check))); }
+
+bool LegendEditorForm::settleAll() {
+    bool good = true;
+    for (EntryGuard* g : guards_) good = g->Settle() && good;
+    return good;
 }
 
 LegendRec& LegendEditorForm::current() { return m_.legend.Legends.at(static_cast<size_t>(legIdx_)); }
@@ -284,8 +313,9 @@ void LegendEditorForm::SetCategoryColour(int category) {
     setBox(CategoryColour(category), curColour_);
 }
 
-void LegendEditorForm::Apply() {
-    if (m_.legend.Legends.empty()) return;
+bool LegendEditorForm::Apply() {
+    if (m_.legend.Legends.empty()) return true;
+    if (!settleAll()) return false;
     LegendRec& l = current();
     if (optScale_[0]->isChecked()) {
         l.Categorical = 1;
@@ -299,9 +329,10 @@ void LegendEditorForm::Apply() {
         SaveLegends(m_.legend, m_.main.ModelMdeFile);
     } catch (const std::exception& e) {
         QMessageBox::warning(this, windowTitle(), QString::fromStdString(e.what()));
-        return;
+        return false;
     }
     if (redraw_) redraw_();
+    return true;
 }
 
 void LegendEditorForm::Cancel() {
@@ -325,6 +356,7 @@ bool LegendEditorForm::eventFilter(QObject* o, QEvent* e) {
     if (e->type() == QEvent::KeyPress && o == txtMaxMapCat_) {
         const auto* key = static_cast<QKeyEvent*>(e);
         if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
+            if (!settleAll()) return true;
             if (txtMaxMapCat_->text().toInt() > 9) txtMaxMapCat_->setText(QStringLiteral("10"));
             UpdateScale(true);
             return true;

@@ -8,6 +8,7 @@
 #include <functional>
 #include <vector>
 
+#include "forms/entry_guard.h"
 #include "presentation/vectormap_module.h"
 
 class QComboBox;
@@ -30,7 +31,9 @@ public:
     // Shows legend number `index` + 1.
     void ShowLegend(int index);
     void UpdateScale(bool readLimits);
-    void Apply();  // "Apply / Save"
+    // "Apply / Save"; false, with the reason beside the boxes, while a box holds
+    // what it cannot take, or when the save failed.
+    bool Apply();
     void Cancel();
     void FindMinMax();  // "Find Min Max For Current Map"
     void PickColour(int paletteBox);      // a box of the palette
@@ -45,6 +48,7 @@ public:
     QLineEdit* ContMax() const { return txtContMax_; }
     QLineEdit* Breakpoint(int k) const { return txTo_[static_cast<size_t>(k - 1)]; }
     QLabel* CategoryColour(int k) const { return capCol_[static_cast<size_t>(k - 1)]; }
+    QLabel* Note() const { return note_; }
 
 protected:
     bool eventFilter(QObject* o, QEvent* e) override;
@@ -56,6 +60,9 @@ private:
     void showContinuous();
     void showCategorical();
     void setBox(QLabel* box, int32_t colour);
+    void guard(QLineEdit* box, EntryCheck check);
+    // Every box checked now; a bad text goes back to the last good one.
+    bool settleAll();
 
     Model& m_;
     std::function<void()> redraw_;
@@ -77,6 +84,8 @@ private:
     std::array<QLineEdit*, 10> txTo_{};
     std::array<QLabel*, 10> capCol_{};
     std::array<QLabel*, 15> capColor_{};
+    QLabel* note_;
+    std::vector<EntryGuard*> guards_;
 };
 
 }  // namespace osm

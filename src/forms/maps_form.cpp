@@ -77,9 +77,9 @@ void MapsForm::ChangeMaps() {
     }
     const auto rects = TileViews(static_cast<int>(shown.size()), w, h, MapAspect, ViewGap);
     for (size_t k = 0; k < shown.size(); ++k) {
-        const QRect r = QRectF(rects[k].x, rects[k].y, rects[k].w, rects[k].h).toRect();
-        if (shown[k]->geometry() != r) m_.vectorMap.MapDirty[shown[k]->Slot()] = true;
-        shown[k]->setGeometry(r);
+        // A slot may show another legend now: its title and base are drawn afresh.
+        m_.vectorMap.MapDirty[shown[k]->Slot()] = true;
+        shown[k]->setGeometry(QRectF(rects[k].x, rects[k].y, rects[k].w, rects[k].h).toRect());
     }
 }
 
@@ -123,28 +123,31 @@ void MapsForm::RedrawMaps() {
 void MapsForm::DrawMap(int slot, int month) {
     MapBox* box = Map(slot);
     if (box->width() <= 0 || box->height() <= 0) return;
-    QImage picture(box->size(), QImage::Format_RGB32);
-    picture.fill(Qt::white);
+    QImage& picture = box->Picture();
+    if (m_.vectorMap.MapDirty[slot] || picture.size() != box->size()) {
+        picture = QImage(box->size(), QImage::Format_RGB32);
+        picture.fill(Qt::white);
+        QPainter base(&picture);
+        box->RiverScreen = paintBase(base, picture.size(), slot);
+        m_.vectorMap.MapDirty[slot] = false;
+    }
+    // Month by month only the river is drawn, over itself.
     QPainter p(&picture);
-    paintMap(p, picture.size(), slot, month, &box->RiverScreen);
+    paintRiver(p, slot, month, box->RiverScreen);
     p.end();
-    box->Picture() = std::move(picture);
     drawnMonth_[static_cast<size_t>(slot)] = month;
-    m_.vectorMap.MapDirty[slot] = false;
     box->update();
 }
 
-void MapsForm::paintMap(QPainter& p, QSize size, int slot, int month,
-                        std::vector<MapPoint>* riverScreen) const {
+std::vector<MapPoint> MapsForm::paintBase(QPainter& p, QSize size, int slot) const {
     const VectorMap& map = m_.vectorMap;
+    const MapWindow w = ProjectMap(map, static_cast<float>(size.width()), static_cast<float>(size.height()));
+    std::vector<MapPoint> river = ToScreen(w, map.RiverPoints);
     const int n = m_.graphs.MapSlot(slot);
     const int var = VarOfLegend(m_, n);
-    if (var == 0) return;
+    if (var == 0) return river;
     const LegendRec& legend = m_.legend.Legends[static_cast<size_t>(n) - 1];
-    const MapWindow w = ProjectMap(map, static_cast<float>(size.width()), static_cast<float>(size.height()));
-    const std::vector<MapPoint> river = ToScreen(w, map.RiverPoints);
     p.setRenderHint(QPainter::Antialiasing, false);
-
     p.setPen(Qt::black);
     p.drawText(QPoint(10, 3 + p.fontMetrics().ascent()), QString::fromStdString(LegendName(m_, var, legend.Set)));
     // Tributaries, then lakes; the blue pen of a lake stays for what follows.
@@ -170,22 +173,28 @@ void MapsForm::paintMap(QPainter& p, QSize size, int slot, int month,
         if (v >= 1 && v <= static_cast<int>(river.size()))
             p.drawEllipse(QPoint(river[static_cast<size_t>(v) - 1].X, river[static_cast<size_t>(v) - 1].Y), 2, 2);
     }
+    return river;
+}
 
+void MapsForm::paintRiver(QPainter& p, int slot, int month, const std::vector<MapPoint>& river) const {
+    const VectorMap& map = m_.vectorMap;
     const Main& mn = m_.main;
-    if (month >= 1 && !mn.Results.empty() && month <= mn.Results.hi(4)) {
-        int32_t inForce = 0;
-        for (int r = mn.FirstReach; r <= mn.LastReach; ++r) {
-            if (r + 1 >= static_cast<int>(map.ReachPoint.size())) break;
-            const float value = mn.Results(mn.NRuns, var, legend.Set, r, month);
-            inForce = ColourOfValue(legend, value, inForce);
-            const int first = map.ReachPoint[static_cast<size_t>(r)];
-            const int count = map.ReachPoint[static_cast<size_t>(r) + 1] - first + 1;
-            const std::vector<QPoint> pts = qpoints(river, static_cast<size_t>(first) - 1, static_cast<size_t>(count));
-            p.setPen(QPen(colour(inForce), 2));
-            p.drawPolyline(pts.data(), static_cast<int>(pts.size()));
-        }
+    const int n = m_.graphs.MapSlot(slot);
+    const int var = VarOfLegend(m_, n);
+    if (var == 0 || month < 1 || mn.Results.empty() || month > mn.Results.hi(4)) return;
+    const LegendRec& legend = m_.legend.Legends[static_cast<size_t>(n) - 1];
+    p.setRenderHint(QPainter::Antialiasing, false);
+    int32_t inForce = 0;
+    for (int r = mn.FirstReach; r <= mn.LastReach; ++r) {
+        if (r + 1 >= static_cast<int>(map.ReachPoint.size())) break;
+        const float value = mn.Results(mn.NRuns, var, legend.Set, r, month);
+        inForce = ColourOfValue(legend, value, inForce);
+        const int first = map.ReachPoint[static_cast<size_t>(r)];
+        const int count = map.ReachPoint[static_cast<size_t>(r) + 1] - first + 1;
+        const std::vector<QPoint> pts = qpoints(river, static_cast<size_t>(first) - 1, static_cast<size_t>(count));
+        p.setPen(QPen(colour(inForce), 2));
+        p.drawPolyline(pts.data(), static_cast<int>(pts.size()));
     }
-    if (riverScreen) *riverScreen = river;
 }
 
 bool MapsForm::HitTest(int slot, QPoint at) {
@@ -227,7 +236,7 @@ bool MapsForm::SaveAs(int slot, const QString& path) {
     QPainter p;
     if (!p.begin(&svg)) return false;
     p.fillRect(QRect(QPoint(0, 0), box->size()), Qt::white);
-    paintMap(p, box->size(), slot, month, nullptr);
+    paintRiver(p, slot, month, paintBase(p, box->size(), slot));
     return p.end();
 }
 

@@ -73,7 +73,10 @@ protected:
     void resizeEvent(QResizeEvent* e) override;
 
 private:
-    void paintMap(QPainter& p, QSize size, int slot, int month, std::vector<MapPoint>* riverScreen) const;
+    // Title, tributaries, lakes and label marks; returns the river's vertices in pixels.
+    std::vector<MapPoint> paintBase(QPainter& p, QSize size, int slot) const;
+    // Each reach in its legend colour for the results at `month`.
+    void paintRiver(QPainter& p, int slot, int month, const std::vector<MapPoint>& river) const;
     void showMenu(int slot, QPoint globalAt);
     int timeRow(int var) const;
 

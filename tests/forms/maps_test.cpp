@@ -1,7 +1,11 @@
 // The maps form and the legend editor on the small river: each reach drawn in
-// its legend colour at the pixels the projection gives, the hit test's list,
-// PNG and SVG export, and a new breakpoint applied and repainted.
+// its legend colour at the pixels the projection gives, the whole picture beside
+// a reference image, the hit test's list, PNG and SVG export, and a new
+// breakpoint applied and repainted.
 #include <QComboBox>
+#include <QFontMetrics>
+#include <QGuiApplication>
+#include <QLabel>
 #include <QFile>
 #include <QLineEdit>
 #include <QRadioButton>
@@ -19,6 +23,22 @@
 namespace {
 
 QColor colour(int32_t c) { return QColor(c & 255, (c >> 8) & 255, (c >> 16) & 255); }
+
+// Pixels of `a` with no pixel of the same colour in `b` within `reach` pixels,
+// outside `skip`.
+int unmatched(const QImage& a, const QImage& b, int reach, const QRect& skip) {
+    int n = 0;
+    for (int y = 0; y < a.height(); ++y)
+        for (int x = 0; x < a.width(); ++x) {
+            if (skip.contains(x, y)) continue;
+            bool found = false;
+            for (int dy = -reach; dy <= reach && !found; ++dy)
+                for (int dx = -reach; dx <= reach && !found; ++dx)
+                    found = b.valid(x + dx, y + dy) && b.pixel(x + dx, y + dy) == a.pixel(x, y);
+            n += found ? 0 : 1;
+        }
+    return n;
+}
 
 class MapsTest : public QObject {
     Q_OBJECT
@@ -83,6 +103,27 @@ private slots:
         QCOMPARE(reachPixel(2), colour(ramp[13]));
     }
 
+    // The map of the three-reach river beside the picture kept in the tests, within
+    // two pixels of placement. The title is drawn in the system's font, which differs
+    // from machine to machine: its box is only required to hold some ink.
+    void matchesTheReferencePicture() {
+        maps->UpdateMaps();
+        const QImage drawn = maps->Map(1)->Picture().convertToFormat(QImage::Format_RGB32);
+        const QString reference = QStringLiteral(OSM_SOURCE_DIR "/tests/forms/data/small_river_map.png");
+        if (qEnvironmentVariableIsSet("OSM_UPDATE_REFERENCE")) QVERIFY(drawn.save(reference, "PNG"));
+        const QImage kept = QImage(reference).convertToFormat(QImage::Format_RGB32);
+        QCOMPARE(kept.size(), drawn.size());
+        const QFontMetrics fm(QGuiApplication::font());
+        const QRect title(0, 0, 20 + fm.horizontalAdvance(QString::fromStdString(m().legend.Legends[0].Name)),
+                          6 + fm.height());
+        int ink = 0;
+        for (int y = title.top(); y <= title.bottom(); ++y)
+            for (int x = title.left(); x <= title.right(); ++x) ink += drawn.pixelColor(x, y) == Qt::black;
+        QVERIFY(ink > 0);
+        QVERIFY2(unmatched(drawn, kept, 2, title) <= 4, "the map differs from tests/forms/data/small_river_map.png");
+        QVERIFY2(unmatched(kept, drawn, 2, title) <= 4, "tests/forms/data/small_river_map.png differs from the map");
+    }
+
     void clickListsTheReachesUnderTheMouse() {
         maps->UpdateMaps();
         const auto& screen = maps->Map(1)->RiverScreen;
@@ -129,8 +170,13 @@ private slots:
         QVERIFY(!ed.Breakpoint(3)->isVisibleTo(&ed));
         ed.PickColour(13);  // red
         ed.SetCategoryColour(1);
+        // A breakpoint that is not a number is refused in place, saying why.
+        ed.Breakpoint(1)->setText("7 cfs");
+        QVERIFY(!ed.Apply());
+        QCOMPARE(ed.Breakpoint(1)->text(), QStringLiteral("0.0"));
+        QVERIFY(ed.Note()->text().contains(QStringLiteral("Breakpoint 1")));
         ed.Breakpoint(1)->setText("7");
-        ed.Apply();
+        QVERIFY(ed.Apply());
         const osm::LegendRec& l = m().legend.Legends[0];
         QCOMPARE(l.Categorical, int16_t(1));
         QCOMPARE(l.Breaks, (std::vector<float>{7, 10}));
