@@ -23,6 +23,9 @@
 #include "forms/hydrology/temp_form.h"
 #include "forms/legend_editor_form.h"
 #include "forms/maps_form.h"
+#include "forms/population/fpar_edit_form.h"
+#include "forms/population/hatchery_form.h"
+#include "forms/population/trophic_links_form.h"
 #include "forms/profiles_form.h"
 #include "forms/set_graphics_form.h"
 #include "forms/status_form.h"
@@ -176,7 +179,9 @@ void MainWindow::buildMenus() {
     on(add(policy, "mnuHydSedInput", "Set OSD Monthly Hydrograph/Tributary Flow"), &MainWindow::mnuHydSedInput_Click);
     on(add(policy, "setexptemp", "Set OSD outflow temperature"), &MainWindow::setexptemp_Click);
     add(policy, "MnuPopharv", "Animal harvest rates");
-    add(policy, "mnupophatch", "Hatchery production");
+    connect(add(policy, "mnupophatch", "Hatchery production"), &QAction::triggered, this, [this] {
+        populationEditor<HatcheryForm>(hatchMan_);
+    });
 
     QMenu* par = menu("mnuPar", "Parameters");
     add(par, "mnuSed", "Sediment Budget");
@@ -184,10 +189,14 @@ void MainWindow::buildMenus() {
     add(par, "mnuVegetation", "Riparian Vegetation");
     add(par, "mnuReachPop", "Reach Populations");
     QMenu* animal = menu("mnuAnimal", "Animal Populations", par);
-    add(animal, "mnupopdyn", "Population dynamics parameters");
+    connect(add(animal, "mnupopdyn", "Population dynamics parameters"), &QAction::triggered, this, [this] {
+        populationEditor<FparEditForm>(fparEdit_);
+    });
     add(animal, "mnupophab", "Habitat linkage relationships");
     add(animal, "mnuTribHab", "Tributary/Backwater Habitat");
-    add(animal, "trophlink", "Trophic linkages");
+    connect(add(animal, "trophlink", "Trophic linkages"), &QAction::triggered, this, [this] {
+        populationEditor<TrophicLinksForm>(frmPred_);
+    });
     QMenu* rec = menu("mnuRecreation", "Recreation", par);
     add(rec, "mnuTrout", "Trout Angling");
     add(rec, "mnuRaft", "Rafting");
@@ -211,8 +220,8 @@ void MainWindow::buildMenus() {
     // disabled.
     for (const char* later :
          {"mnuSaveRec", "MnuPopharv",
-          "mnupophatch", "mnuSed", "mnubaseprod", "mnuVegetation", "mnuReachPop", "mnupopdyn", "mnupophab",
-          "mnuTribHab", "trophlink", "mnuTrout", "mnuRaft", "mnuCultural", "mnuCross"})
+          "mnuSed", "mnubaseprod", "mnuVegetation", "mnuReachPop", "mnupophab",
+          "mnuTribHab", "mnuTrout", "mnuRaft", "mnuCultural", "mnuCross"})
         Entry(QString::fromLatin1(later))->setEnabled(false);
 }
 
@@ -410,8 +419,10 @@ void MainWindow::parameterFile(bool load, const char* title, const char* ext, st
 }
 
 void MainWindow::MnuPopParLoad_Click() {
-    parameterFile(true, "Load Population Submodel Parameter File", "fis", m_.main.FisFile,
-                  [&](const std::string& p) { ReadPopFile(m_, p); });
+    parameterFile(true, "Load Population Submodel Parameter File", "fis", m_.main.FisFile, [&](const std::string& p) {
+        ReadPopFile(m_, p);
+        emit populationFileLoaded();
+    });
 }
 
 void MainWindow::MnuSavePopPars_Click() {
@@ -507,6 +518,15 @@ void MainWindow::mnuHydSedInput_Click() {
 
 void MainWindow::setexptemp_Click() {
     showForm(temp_, [this] { return new TempForm(m_, this); });
+}
+
+template <typename Form>
+void MainWindow::populationEditor(QPointer<QWidget>& form) {
+    showForm(form, [this] {
+        auto* f = new Form(m_, this);
+        connect(this, &MainWindow::populationFileLoaded, f, &Form::ShowPars);
+        return f;
+    });
 }
 
 }  // namespace osm

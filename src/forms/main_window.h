@@ -60,6 +60,10 @@ public:
     ProfilesForm* Profiles() const { return profiles_; }
     MapsForm* Maps() const { return maps_; }
 
+signals:
+    // A population file was loaded: the open population editors show it.
+    void populationFileLoaded();
+
 protected:
     void resizeEvent(QResizeEvent* e) override;
     void closeEvent(QCloseEvent* e) override;
@@ -96,6 +100,9 @@ private:
     void mnuOSDRelease_Click();
     void mnuHydSedInput_Click();
     void setexptemp_Click();
+    // Shows a population editor, which shows a file loaded while it is open.
+    template <typename Form>
+    void populationEditor(QPointer<QWidget>& form);
     // Shows the one open instance of a form, made by `make` when there is none.
     template <typename F>
     void showForm(QPointer<QWidget>& form, F&& make);
@@ -112,6 +119,7 @@ private:
     MapsForm* maps_;
     std::map<QString, QAction*> entries_;
     QPointer<QWidget> policy_, patterns_, temp_;
+    QPointer<QWidget> fparEdit_, frmPred_, hatchMan_;
 };
 
 }  // namespace osm
