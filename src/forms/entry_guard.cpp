@@ -22,15 +22,21 @@ QString numberText(double v) { return QString::number(v, 'g', 10); }
 
 }  // namespace
 
+QString RangeProblem(const QString& text, const Range& range) {
+    const QString want = QStringLiteral("%1 from %2 to %3")
+                             .arg(range.whole ? QStringLiteral("a whole number") : QStringLiteral("a number"),
+                                  numberText(range.lo), numberText(range.hi));
+    const auto v = EntryNumber(text);
+    if (!v) return QStringLiteral("\"%1\" is not a number; enter %2").arg(text, want);
+    if (*v < range.lo || *v > range.hi || (range.whole && *v != std::floor(*v)))
+        return QStringLiteral("%1 is out of range; enter %2").arg(text.trimmed(), want);
+    return {};
+}
+
 EntryCheck NumberCheck(const QString& what, double lo, double hi, bool whole) {
-    return [=](const QString& text) -> QString {
-        const auto v = EntryNumber(text);
-        const QString range = QStringLiteral("%1 from %2 to %3").arg(whole ? QStringLiteral("a whole number") : QStringLiteral("a number"),
-                                                                   numberText(lo), numberText(hi));
-        if (!v) return QStringLiteral("%1: \"%2\" is not a number; enter %3.").arg(what, text, range);
-        if (*v < lo || *v > hi || (whole && *v != std::floor(*v)))
-            return QStringLiteral("%1: %2 is out of range; enter %3.").arg(what, text.trimmed(), range);
-        return QString();
+    return [=](const QString& text) {
+        const QString problem = RangeProblem(text, Range{lo, hi, whole});
+        return problem.isEmpty() ? problem : what + QStringLiteral(": ") + problem + QStringLiteral(".");
     };
 }
 

@@ -17,6 +17,15 @@ namespace osm {
 // nothing else (no trailing text, no empty box).
 std::optional<double> EntryNumber(const QString& text);
 
+struct Range {
+    double lo = 0;
+    double hi = 0;
+    bool whole = false;  // whole numbers only
+};
+
+// Why `text` is not a number in `range`, or an empty text when it is one.
+QString RangeProblem(const QString& text, const Range& range);
+
 // What a box accepts: "" when the text is good, else the reason.
 using EntryCheck = std::function<QString(const QString&)>;
 // A number from lo to hi, whole if asked; `what` names the box in the reason.

@@ -16,7 +16,7 @@
 #include "core/model.h"
 #include "core/numbers.h"
 #include "core/workbook.h"
-#include "forms/hydrology/field_check.h"
+#include "forms/field_check.h"
 
 namespace osm {
 

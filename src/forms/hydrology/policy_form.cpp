@@ -27,7 +27,7 @@
 #include "core/numbers.h"
 #include "forms/file_dialogs.h"
 #include "forms/hydrology/diurnal_picture.h"
-#include "forms/hydrology/field_check.h"
+#include "forms/field_check.h"
 #include "hydrology/flow_engine.h"
 #include "hydrology/policy_file.h"
 #include "hydrology/process_hydro.h"

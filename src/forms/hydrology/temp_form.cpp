@@ -12,7 +12,7 @@
 
 #include "core/model.h"
 #include "core/numbers.h"
-#include "forms/hydrology/field_check.h"
+#include "forms/field_check.h"
 #include "hydrology/river_temperature.h"
 
 namespace osm {

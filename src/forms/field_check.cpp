@@ -1,4 +1,4 @@
-#include "forms/hydrology/field_check.h"
+#include "forms/field_check.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -9,18 +9,6 @@
 #include "core/numbers.h"
 
 namespace osm {
-
-QString RangeProblem(const QString& text, const Range& range) {
-    const std::string t = text.trimmed().toStdString();
-    const QString want = QStringLiteral("%1 from %2 to %3")
-                             .arg(range.whole ? QStringLiteral("a whole number") : QStringLiteral("a number"),
-                                  QString::fromStdString(NumText(range.lo)), QString::fromStdString(NumText(range.hi)));
-    if (t.empty() || !IsNumber(t)) return QStringLiteral("'%1' is not a number; enter %2").arg(text, want);
-    const double x = Val(t);
-    if (x < range.lo || x > range.hi || (range.whole && x != Int(x)))
-        return QStringLiteral("%1 is out of range; enter %2").arg(text.trimmed(), want);
-    return {};
-}
 
 QString CellText(float x) { return QString::fromStdString(NumText(x)); }
 
@@ -87,7 +75,7 @@ void FieldCheck::Watch(QLineEdit* box, const QString& name, Range range, Take ta
         const QString text = box->text();
         if (text == box->property("good").toString()) return;
         QString problem = RangeProblem(text, range);
-        if (problem.isEmpty()) problem = take(Val(text.trimmed().toStdString()));
+        if (problem.isEmpty()) problem = take(*EntryNumber(text));
         if (!problem.isEmpty()) {
             box->setText(box->property("good").toString());
             box->setToolTip(name + QStringLiteral(": ") + problem);
@@ -119,7 +107,7 @@ void FieldCheck::WatchGrid(QTableWidget* grid, const QString& name, CellRange ra
                     .arg(problem, old));
             return;
         }
-        const double x = Val(text.trimmed().toStdString());
+        const double x = *EntryNumber(text);
         it->setData(Qt::UserRole, text.trimmed());
         it->setText(text.trimmed());
         take(it->row(), it->column(), x);

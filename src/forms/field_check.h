@@ -1,26 +1,20 @@
 #pragma once
-// Entry checks of the hydrology forms: a box or grid cell takes only a number in
-// its range. Anything else is refused in place: the old value comes back and
-// the form's message line says why.
+// Entry checks of the editors' boxes and grids: a box or grid cell takes only a
+// number in its range (the rule of EntryGuard), and the value goes on to the
+// model, which may refuse it too. Anything refused comes back to the old value
+// in place and the form's message line says why.
 #include <QObject>
 #include <QString>
 
 #include <functional>
+
+#include "forms/entry_guard.h"
 
 class QLabel;
 class QLineEdit;
 class QTableWidget;
 
 namespace osm {
-
-struct Range {
-    double lo = 0;
-    double hi = 0;
-    bool whole = false;  // whole numbers only
-};
-
-// Why `text` is not a number in `range`, or an empty text when it is one.
-QString RangeProblem(const QString& text, const Range& range);
 
 class FieldCheck : public QObject {
     Q_OBJECT
