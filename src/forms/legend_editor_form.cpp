@@ -20,6 +20,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "core/colours.h"
 #include "core/model.h"
 #include "core/numbers.h"
 #include "forms/entry_guard.h"
@@ -132,7 +133,7 @@ LegendEditorForm::LegendEditorForm(Model& m, std::function<void()> redraw, QWidg
         box->setFixedSize(18, 18);
         box->setAutoFillBackground(true);
         box->installEventFilter(this);
-        setBox(box, QBColour(i));
+        setBox(box, QBColor(i));
         palette->addWidget(box);
     }
     top->addWidget(frColor_);
@@ -291,7 +292,7 @@ void LegendEditorForm::UpdateScale(bool readLimits) {
         CategoryColour(i)->setVisible(on);
         if (!on) continue;
         const size_t k = static_cast<size_t>(i - 1);
-        l.Colours[k] = QBColour(16 - i > 15 ? 15 : 16 - i);
+        l.Colours[k] = QBColor(16 - i > 15 ? 15 : 16 - i);
         setBox(CategoryColour(i), l.Colours[k]);
         if (categorical) {
             l.Breaks[k] = static_cast<float>(l.ScaleMin + (i - 1) * step);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/colours.h"
 #include "core/fault.h"
 #include "core/model.h"
 #include "presentation/map_layers.h"
@@ -56,16 +57,6 @@ std::vector<MapPoint> ToScreen(const MapWindow& w, const std::vector<MapPoint>& 
     return out;
 }
 
-int32_t QBColour(int i) {
-    static constexpr std::array<int32_t, 16> table = {
-        Rgb(0, 0, 0),       Rgb(0, 0, 128),     Rgb(0, 128, 0),   Rgb(0, 128, 128),
-        Rgb(128, 0, 0),     Rgb(128, 0, 128),   Rgb(128, 128, 0), Rgb(192, 192, 192),
-        Rgb(128, 128, 128), Rgb(0, 0, 255),     Rgb(0, 255, 0),   Rgb(0, 255, 255),
-        Rgb(255, 0, 0),     Rgb(255, 0, 255),   Rgb(255, 255, 0), Rgb(255, 255, 255)};
-    if (i < 0 || i > 15) throw Fault("colour number " + std::to_string(i) + " outside 0..15");
-    return table[static_cast<size_t>(i)];
-}
-
 const std::array<int32_t, 26>& ColourRamp() {
     static const std::array<int32_t, 26> ramp = [] {
         std::array<int32_t, 26> out{};
@@ -77,11 +68,11 @@ const std::array<int32_t, 26>& ColourRamp() {
             const double x = i / 25.0;
             const double x2 = x * x, x3 = x2 * x, x4 = x3 * x;
             out[static_cast<size_t>(i)] =
-                Rgb(channel(200 - 470 * x - 2046 * x2 + 6963 * x3 - 4486 * x4),
+                RGB(channel(200 - 470 * x - 2046 * x2 + 6963 * x3 - 4486 * x4),
                     channel(5.45 - 252 * x + 3138 * x2 - 3982 * x3 + 970 * x4),
                     channel(169 + 605 * x - 1903 * x2 + 552 * x3 + 650 * x4));
         }
-        out[0] = QBColour(0);
+        out[0] = QBColor(0);
         return out;
     }();
     return ramp;

@@ -24,10 +24,6 @@ MapWindow ProjectMap(const VectorMap& map, float width, float height);
 MapPoint ToScreen(const MapWindow& w, MapPoint p);
 std::vector<MapPoint> ToScreen(const MapWindow& w, const std::vector<MapPoint>& pts);
 
-// Colours are 0x00BBGGRR.
-constexpr int32_t Rgb(int r, int g, int b) { return r | (g << 8) | (b << 16); }
-// The standard sixteen-colour table.
-int32_t QBColour(int i);
 // Entry 0 black, 1..25 the continuous ramp.
 const std::array<int32_t, 26>& ColourRamp();
 

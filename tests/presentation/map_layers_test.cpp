@@ -2,6 +2,7 @@
 // synthetic layers, the default data set's layers, and refused bad input.
 #include <gtest/gtest.h>
 
+#include "core/colours.h"
 #include "core/model.h"
 #include "presentation/legends.h"
 #include "presentation/map_layers.h"
@@ -124,10 +125,10 @@ TEST(MapLayers, ProjectionFitsTheBoxAtOneAndAHalfToOne) {
 
 TEST(MapLayers, ColourRampAndTheColourOfAValue) {
     const auto& ramp = ColourRamp();
-    EXPECT_EQ(ramp[0], Rgb(0, 0, 0));
-    EXPECT_EQ(ramp[1], Rgb(178, 0, 190));   // x = 0.04; green 0.14 rounds to 0
-    EXPECT_EQ(ramp[13], Rgb(53, 234, 94));  // x = 0.52
-    EXPECT_EQ(ramp[25], Rgb(161, 0, 73));   // x = 1; green -120.55 becomes 0
+    EXPECT_EQ(ramp[0], RGB(0, 0, 0));
+    EXPECT_EQ(ramp[1], RGB(178, 0, 190));   // x = 0.04; green 0.14 rounds to 0
+    EXPECT_EQ(ramp[13], RGB(53, 234, 94));  // x = 0.52
+    EXPECT_EQ(ramp[25], RGB(161, 0, 73));   // x = 1; green -120.55 becomes 0
 
     LegendRec cont;
     cont.ScaleMin = 0, cont.ScaleMax = 12;
@@ -145,8 +146,8 @@ TEST(MapLayers, ColourRampAndTheColourOfAValue) {
     EXPECT_EQ(ColourOfValue(cat, 10, 0), 111);
     EXPECT_EQ(ColourOfValue(cat, 15, 0), 222);
     EXPECT_EQ(ColourOfValue(cat, 25, 333), 333);  // above the last break: the colour in force
-    EXPECT_EQ(QBColour(12), Rgb(255, 0, 0));
-    EXPECT_EQ(QBColour(1), Rgb(0, 0, 128));
+    EXPECT_EQ(QBColor(12), RGB(255, 0, 0));
+    EXPECT_EQ(QBColor(1), RGB(0, 0, 128));
 }
 
 TEST(MapLayers, HitTestListsEachReachOnceInVertexOrder) {
