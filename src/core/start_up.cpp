@@ -58,6 +58,8 @@ void readDiurnalScenarios(Model& m) {
         if (n == 10) in.Fail("at most 10 scenario names", in.Text("a scenario name"));
         names[static_cast<size_t>(n++)] = in.Text("a scenario name");
     }
+    // The diurnal codes of the release file count from 1 into this list.
+    if (n == 0) in.Fail("at least one scenario name (a .sts file of the program folder, without .sts)", "");
     for (int k = 1; k <= n; ++k) p.DiurnalName(k) = names[static_cast<size_t>(k - 1)];
     p.NDiurnal = static_cast<int16_t>(n);
 }
@@ -209,7 +211,7 @@ void StartUp(Model& m, const StartOptions& o) {
     if (whole) {
         load(mn.LowerProductionXls, [&](const std::string& p) { ReadProductionObs(m, p, 48, 98); });
         load(mn.PopulationXls, [&](const std::string& p) {
-            ReadCatchData(m, p, "Pop_Halden_Broome$", 48, 98);
+            ReadCatchData(m, p, CatchSurveySheet, 48, 98);
             ReadRainbowData(m, p, "RBT_HF$", 48, 98);
         });
     }

@@ -94,7 +94,8 @@ void LoadExp(Model& m, const std::string& path) {
         const std::string what = "the diurnal pattern of " + NumText(1900 + y);
         code(y) = in.Int16(what);
         if (code(y) < 1 || code(y) > p.NDiurnal)
-            in.Fail(what + ", one of the codes of the scenario list: " + DiurnalCodesText(p), NumText(code(y)));
+            in.Fail(what + ", one of the codes of the scenario list diurnal_scenarios.txt: " + DiurnalCodesText(p),
+                    NumText(code(y)));
         expYear(y) = in.Flag("the experimental temperature flag of " + NumText(1900 + y));
     }
     p.ExpTemp = std::move(temp);
@@ -105,7 +106,7 @@ void LoadExp(Model& m, const std::string& path) {
 std::string DiurnalCodesText(const Physical& p) {
     std::string text;
     for (int k = 1; k <= p.NDiurnal; ++k) text += (k > 1 ? ", " : "") + NumText(k) + " (" + p.DiurnalName(k) + ")";
-    return text.empty() ? "none (diurnal_scenarios.txt names no scenario)" : text;
+    return text;
 }
 
 void SaveExp(const Model& m, const std::string& path) {

@@ -39,7 +39,7 @@ void ReadCatchData(Model& m, const std::string& path, const std::string& sheet, 
     Table3<float> index = ps.CatchIndex;
     std::vector<std::pair<std::string, int>> lookup;
     long row = 2;
-    for (Cursor c = db.OpenSheet("Lookup$"); !c.AtEnd(); c.MoveNext(), ++row)
+    for (Cursor c = db.OpenRequiredSheet("Lookup$"); !c.AtEnd(); c.MoveNext(), ++row)
         lookup.emplace_back(c.Field("SPCODE").text(), within(c.Field("ModelIndex").int16(), index, 0,
                                                              path + ", sheet Lookup$", row, "the model index"));
     const int nl = static_cast<int>(lookup.size());
@@ -49,7 +49,7 @@ void ReadCatchData(Model& m, const std::string& path, const std::string& sheet, 
     flag.clear();
     std::map<std::pair<int, int>, int> count;  // (reach, species)
     row = 2;
-    for (Cursor c = db.OpenSheet(sheet); !c.AtEnd(); c.MoveNext(), ++row) {
+    for (Cursor c = db.OpenRequiredSheet(sheet); !c.AtEnd(); c.MoveNext(), ++row) {
         const std::string code = c.Field("SPECIES").text();
         const auto it = std::find_if(lookup.begin(), lookup.end(),
                                      [&](const auto& entry) { return entry.first == code; });
@@ -113,8 +113,9 @@ void ReadRainbowData(Model& m, const std::string& path, const std::string& sheet
                     ": the rainbow trout series has no mean to rescale the other reaches by");
     if (old == 0)
         throw Fault(where + ": the mean catch index of " + (i <= ps.NSpecies ? ps.SpName(i) : std::string("species ") + NumText(i)) +
-                    " at reach " + NumText(first) + " is 0 (no survey record there), so the other reaches cannot be "
-                    "rescaled to the units of the CPUE series");
+                    " at reach " + NumText(first) + " is 0: the catch survey (sheet " + CatchSurveySheet +
+                    ", species codes of sheet Lookup$) has no record of it there in " + NumText(yrFirst) + " to " +
+                    NumText(yrLast) + ", so the other reaches cannot be rescaled to the units of the CPUE series");
     index(i, first, 47) /= static_cast<float>(n);
     days(first, 47) /= static_cast<float>(n);
     caught(first, 47) /= static_cast<float>(n);

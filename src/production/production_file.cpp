@@ -19,9 +19,16 @@ int16_t Count(TextReader& in, const char* what, int most) {
     return n;
 }
 
+// Names stand between double quotes in the file, so none can hold one.
+std::string ReadName(TextReader& in, const std::string& what) {
+    const std::string name = in.Text(what);
+    if (name.find('"') != std::string::npos) in.Fail(what + " (in double quotes, with none inside)", name);
+    return name;
+}
+
 void ReadVegType(TextReader& in, Production& p, int v) {
     const std::string of = " of vegetation type " + NumText(v);
-    p.VegName(v) = in.Text("the name" + of);
+    p.VegName(v) = ReadName(in, "the name" + of);
     for (int t = 1; t <= 5; ++t) p.VegClimax(t, v) = in.Flag("substrate flag " + NumText(t) + of);
     p.VegGrowth(v) = in.Single("VegGrowth" + of);
     p.VegDkill(v) = in.NonNegative("VegDkill" + of);
@@ -39,7 +46,7 @@ void ReadIndicatorPops(TextReader& in, Production& p) {
     p.FoodName.clear();
     p.PopName.clear();
     p.PopF.clear();
-    for (int j = 1; j <= p.NFood; ++j) p.FoodName(j) = in.Text("the name of food type " + NumText(j));
+    for (int j = 1; j <= p.NFood; ++j) p.FoodName(j) = ReadName(in, "the name of food type " + NumText(j));
     for (int i = 1; i <= p.NPop; ++i) {
         const std::string of = " of indicator population " + NumText(i);
         p.PopR(i) = in.Single("PopR" + of);
@@ -48,7 +55,7 @@ void ReadIndicatorPops(TextReader& in, Production& p) {
         p.PopA1(i) = in.Single("PopA1" + of);
         p.PopA2(i) = in.Single("PopA2" + of);
         p.PopE(i) = in.Single("PopE" + of);
-        p.PopName(i) = in.Text("the name" + of);
+        p.PopName(i) = ReadName(in, "the name" + of);
         for (int j = 1; j <= p.NFood; ++j) p.PopF(j, i) = in.Single("PopF (food type " + NumText(j) + ")" + of);
     }
 }
@@ -91,7 +98,11 @@ void WriteBhpFile(const Model& m, const std::string& path) {
         for (float x : xs) out.Number(x);
         out.EndRecord();
     };
-    auto quoted = [&out](const std::string& s) { out.Bare("\"" + s + "\""); };
+    auto quoted = [&](const std::string& s) {
+        if (s.find('"') != std::string::npos)
+            throw FileFault(path, "the name '" + s + "' holds a double quote, which the file cannot; nothing was saved");
+        out.Bare("\"" + s + "\"");
+    };
     line({p.OxyExchange, p.GRConstA, p.GRConstB, p.GRConstC, p.OutflowO2});
     line({p.FineWgt, p.BaseLightExt, p.LightExtTurb, p.AlgaeMax, p.MinProdWinter, p.PhotoEffic, p.LakeDetritus,
           p.OstrelDetritus, p.AlgaeDetritus, p.DetSink, p.NatDetritus, p.TribDetritus});

@@ -93,7 +93,16 @@ void ReadRafting(Model& m, const std::string& path) {
     header(5);
     for (int t = 1; t <= n; ++t) readMonths(in, next.LaunchPref, t, "the monthly weight");
     header(6);
-    for (int t = 1; t <= n; ++t) readMonths(in, next.Launches, t, "the launches a day");
+    // The schedule fills the months up to their limits and no further.
+    for (int t = 1; t <= n; ++t)
+        for (int mo = 1; mo <= 12; ++mo) {
+            const std::string what = "the launches a day of month " + NumText(mo) + ", trip type " + NumText(t);
+            const float launches = in.NonNegative(what);
+            if (launches > next.LaunchCap(t, mo))
+                in.Fail(what + " (at most its daily launch limit " + NumText(next.LaunchCap(t, mo)) + ")",
+                        NumText(launches));
+            next.Launches(t, mo) = launches;
+        }
     in.SkipLine("the line People Per Camp");
     for (int s = 1; s <= 3; ++s) {
         next.PeoplePerCamp(s) = count(in, "the people per camp of size " + std::string(SizeLetters[s - 1]));

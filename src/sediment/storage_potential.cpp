@@ -46,8 +46,15 @@ EddyCurves readEddyStorage(const Model& m, const std::string& sheet) {
     e.q.redim(Bounds{0, e.n});
     e.vol.redim(Bounds{0, e.n}, Bounds{1, 3});
     static const char* cols[] = {"Vol_S", "Vol_M", "Vol_L"};
+    // The curves are interpolated between rows, and a lone row from the origin:
+    // discharges must rise from row to row, and from 0 to a lone row.
     for (int i = 1; !c.AtEnd(); ++i, c.MoveNext()) {
         e.q(i) = c.Field("Discharge").number();
+        if (e.q(i) < 0 || (i > 1 && !(e.q(i) > e.q(i - 1))) || (e.n == 1 && e.q(i) == 0))
+            throw FileFault(m.main.PhysicalXls + ", sheet " + sheet, i + 1,
+                            i == 1 ? "a discharge of 0 cfs or more (above 0 if it is the only row)"
+                                   : "a discharge above the row before's " + NumText(e.q(i - 1)) + " cfs",
+                            NumText(e.q(i)));
         for (int k = 1; k <= 3; ++k) e.vol(i, k) = c.Field(cols[k - 1]).number();
     }
     return e;

@@ -15,7 +15,6 @@
 #include <functional>
 #include <random>
 #include <regex>
-#include <set>
 #include <sstream>
 #include <vector>
 
@@ -134,23 +133,6 @@ std::string firstNonFinite(const std::string& csv) {
     return "";
 }
 
-// Mutations whose fault is still open: the run stops, but with a message that
-// does not name the file. Remove each as it is fixed.
-const std::set<std::pair<std::string, std::string>> kOpenFaults = {
-    {"diurnal_scenarios.txt", "emptied"},           // blamed on default.exp
-    {"diurnal_scenarios.txt", "line dropped"},
-    {"physical.xls/CampingBeaches.csv", "emptied"},  // the camp query's text only
-    {"physical.xls/CampingBeaches.csv", "garbled"},
-    {"physical.xls/CampingBeaches.csv", "huge number"},
-    {"physical.xls/CampingBeaches.csv", "NaN"},
-    {"physical.xls/Eddy_Storage.csv", "line doubled"},  // a repeated discharge: NaN in the run
-    {"riverware.xls/Historical.csv", "line dropped"},   // months missing: index or zero discharge
-    {"riverware.xls/Historical.csv", "line doubled"},
-    {"population.xls/Lookup.csv", "emptied"},              // blamed on RBT_HF$
-    {"population.xls/Pop_Halden_Broome.csv", "emptied"},   // blamed on RBT_HF$
-    {"population.xls/Pop_Halden_Broome.csv", "truncated"},
-};
-
 class MutatedRiver : public testing::TestWithParam<std::string> {};
 
 TEST_P(MutatedRiver, IsRefusedByNameOrRunsToFiniteResults) {
@@ -164,7 +146,6 @@ TEST_P(MutatedRiver, IsRefusedByNameOrRunsToFiniteResults) {
     }
     for (const Mutation& mu : mutations(original, rng)) {
         SCOPED_TRACE(file + ", " + mu.kind);
-        if (kOpenFaults.count({file, mu.kind})) continue;
         TestFolder f;
         osm::test::WriteSmallRiver(f);
         f.Write(file, mu.text);

@@ -167,8 +167,10 @@ TEST(BadInput, DiurnalCodesOutsideTheListAreNamedWithTheCodesThatExist) {
                       {"default.exp:", "diurnal pattern of 1950", "1 (noaction), 2 (steady)", "'99'"}));
     EXPECT_TRUE(Holds(startFault([](const TestFolder& f) { edit(f, "default.exp", "1990,", "1990,0,0"); }),
                       {"diurnal pattern of 1990", "'0'"}));
-    EXPECT_TRUE(Holds(startFault([](const TestFolder& f) { f.Write("diurnal_scenarios.txt", ""); }),
-                      {"default.exp:", "none (diurnal_scenarios.txt names no scenario)"}));
+    // An empty list leaves no code for any year: the list itself is at fault.
+    for (const char* empty : {"", "\r\n", " \r\n\r\n"})
+        EXPECT_TRUE(Holds(startFault([&](const TestFolder& f) { f.Write("diurnal_scenarios.txt", empty); }),
+                          {"diurnal_scenarios.txt:", "expected at least one scenario name", "found nothing"}));
     auto s = test::StartSmallModel(true);
     Model& m = s->m;
     m.physical.DiurnalCode(48) = 3;

@@ -35,7 +35,10 @@ const Model& StartedModel() {
     static const Model started = [] {
         Model m;
         m.messages = &sink;
-        StartUp(m, StartOptions{OSM_DEFAULT_FOLDER, false, {}});
+        // OSM_FUZZ_DATA names a copy of the data set, for a long run beside a
+        // working tree that changes.
+        const char* data = std::getenv("OSM_FUZZ_DATA");
+        StartUp(m, StartOptions{data != nullptr ? data : OSM_DEFAULT_FOLDER, false, {}});
         // No reader needs the results store, and copying it would be most of the
         // time of an input.
         m.main.Results = Table<float, 5>{"Results"};

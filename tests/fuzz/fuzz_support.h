@@ -14,7 +14,8 @@
 
 namespace osm::fuzz {
 
-// The default data set, started once per process.
+// The default data set (or the copy that OSM_FUZZ_DATA names), started once
+// per process.
 const Model& StartedModel();
 
 // A folder of this process, made on first use and removed at exit.

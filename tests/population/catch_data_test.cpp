@@ -46,3 +46,28 @@ TEST(CatchData, LookupYear47AndEmptySeries) {
     EXPECT_TRUE(test::Holds(test::FaultText([&] { ReadRainbowData(m, f.File("pop2.xls"), "RBT$", 48, 98); }),
                             {"RBT$", "no record of the years 48 to 98"}));
 }
+
+// An empty Lookup$ or catch survey used to surface as the CPUE sheet's fault;
+// each is now refused by its own name, and a survey without the trout at the
+// first reach names the survey and its codes.
+TEST(CatchData, EmptyOrTroutlessSurveysAreNamed) {
+    auto s = test::StartSmallModel(false);
+    Model& m = s->m;
+    const auto& f = s->folder;
+    const std::string book = f.File("pop3.xls");
+    f.Write("pop3.xls/Lookup.csv", "");
+    f.Write("pop3.xls/Pop.csv", "SPECIES,REACH,YR,STDCATCH\r\nRBT,2,90,4\r\n");
+    EXPECT_TRUE(test::Holds(test::FaultText([&] { ReadCatchData(m, book, "Pop$", 48, 98); }),
+                            {"sheet Lookup$", "no rows"}));
+    f.Write("pop3.xls/Lookup.csv", "SPCODE,ModelIndex\r\nRBT,1\r\n");
+    f.Write("pop3.xls/Pop.csv", "SPECIES,REACH,YR,STDCATCH\r\n");
+    EXPECT_TRUE(test::Holds(test::FaultText([&] { ReadCatchData(m, book, "Pop$", 48, 98); }),
+                            {"sheet Pop$", "no rows"}));
+    // Trout only in reach 3: the CPUE series of reach 2 has nothing to scale.
+    f.Write("pop3.xls/Pop.csv", "SPECIES,REACH,YR,STDCATCH\r\nRBT,3,90,4\r\n");
+    f.Write("pop3.xls/RBT.csv", "YR,CPUE,ANGHR_1000,Catch\r\n90,1,60,60000\r\n");
+    ReadCatchData(m, book, "Pop$", 48, 98);
+    EXPECT_TRUE(test::Holds(test::FaultText([&] { ReadRainbowData(m, book, "RBT$", 48, 98); }),
+                            {"sheet RBT$", "Rainbow trout at reach 2 is 0", "sheet Pop_Halden_Broome$",
+                             "codes of sheet Lookup$", "48 to 98"}));
+}

@@ -72,8 +72,19 @@ TEST(BhpFile, BadFilesAreRefusedAndNothingIsTaken) {
                             {"text.bhp:2:", "LightExtTurb", "'x'"}));
     EXPECT_TRUE(test::Holds(test::FaultText([&] { ReadBhpFile(m, many); }),
                             {"many.bhp:6:", "NVegTypes", "0 to 6", "'7'"}));
+    // A name with a quote inside could not be written back between quotes.
+    std::string inner = good;
+    inner.replace(inner.find("\"Riparian litter\""), 17, "x\"Riparian litter\"");
+    const std::string quote = f.Write("quote.bhp", inner);
+    EXPECT_TRUE(test::Holds(test::FaultText([&] { ReadBhpFile(m, quote); }),
+                            {"quote.bhp:29:", "the name of food type 2 (in double quotes, with none inside)",
+                             "'x\"Riparian'"}));
     EXPECT_EQ(m.production.NVegTypes, 4);
     EXPECT_FLOAT_EQ(m.production.BaseLightExt, 0.06f);
+    m.production.PopName(1) = "Aquatic \"snails\"";
+    const std::string kept = f.Write("kept.bhp", good);
+    EXPECT_TRUE(test::Holds(test::FaultText([&] { WriteBhpFile(m, kept); }), {"kept.bhp", "Aquatic \"snails\"", "nothing was saved"}));
+    EXPECT_EQ(Slurp(kept), good);
 }
 
 // Two observations of one site and month average; the drift's last field sums

@@ -60,6 +60,16 @@ TEST(RecreationFile, BadFilesAreNamedAndChangeNothing) {
     // Eleven vulnerabilities are more than the ages the table holds.
     const std::string many = f.Write("many.rec", replaced(text, "\"AgeVul\",0.05,0.4,0.9", "\"AgeVul\",1,1,1,1,1,1,1,1,1,1,1"));
     EXPECT_TRUE(Holds(FaultText([&] { ReadAnglingPars(m, many); }), {"many.rec:30:", "at most 10 ages"}));
+    // The schedule never launches more a day than the month's limit: a file that
+    // does (3e38 launches once reached the results store as infinite camp use)
+    // is refused at its line; a month at its limit is taken.
+    const std::string over = f.Write("over.rec", replaced(text, "0,0,0,1.2113,", "0,0,0,2.5,"));
+    EXPECT_TRUE(Holds(FaultText([&] { ReadRafting(m, over); }),
+                      {"over.rec:65:", "launches a day of month 4, trip type 1 (at most its daily launch limit 2)", "'2.5'"}));
+    const std::string huge = f.Write("huge.rec", replaced(text, "0.274,0", "0.274,3e38"));
+    EXPECT_TRUE(Holds(FaultText([&] { ReadRafting(m, huge); }), {"huge.rec:66:", "month 12, trip type 2", "limit 0)"}));
     EXPECT_EQ(m.rec.NTripTypes, before.NTripTypes);
     EXPECT_EQ(m.rec.TotalMaxEffort, before.TotalMaxEffort);
+    ReadRafting(m, f.Write("full.rec", replaced(text, "0,0,0,1.2113,", "0,0,0,2,")));
+    EXPECT_EQ(m.rec.Launches(1, 4), 2.0f);
 }

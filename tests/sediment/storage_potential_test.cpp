@@ -1,5 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <string>
+#include <utility>
+#include <vector>
+
 #include "core/model.h"
 #include "core/reaches.h"
 #include "core/start_up.h"
@@ -92,6 +96,30 @@ TEST(StoragePotential, AnEmptyEddySheetIsRefusedByName) {
     Geometry g("Discharge,Vol_S,Vol_M,Vol_L\r\n");
     EXPECT_TRUE(osm::test::Holds(osm::test::FaultText([&] { RecomputeStorage(g.m, false); }),
                                  {"Eddy_Storage$", "an empty sheet"}));
+}
+
+// The curves are interpolated between rows: a repeated discharge used to divide
+// by zero and store NaN sand, a falling one a negative slope. A lone row is a
+// segment from the origin and must lie above it.
+TEST(StoragePotential, EddyDischargesMustRiseFromRowToRow) {
+    const std::string heads = "Discharge,Vol_S,Vol_M,Vol_L\r\n";
+    const std::pair<std::string, std::vector<const char*>> bad[] = {
+        {heads + "0,0,0,0\r\n4000,100,200,400\r\n4000,100,200,400\r\n8000,300,400,1000\r\n",
+         {"Eddy_Storage$:4", "a discharge above the row before's 4000 cfs", "'4000'"}},
+        {heads + "0,0,0,0\r\n8000,300,400,1000\r\n4000,100,200,400\r\n", {"Eddy_Storage$:4", "'4000'"}},
+        {heads + "-10,0,0,0\r\n4000,100,200,400\r\n", {"Eddy_Storage$:2", "0 cfs or more", "'-10'"}},
+        {heads + "0,5,5,5\r\n", {"Eddy_Storage$:2", "above 0 if it is the only row", "'0'"}},
+    };
+    for (const auto& [sheet, parts] : bad) {
+        Geometry g(sheet);
+        const std::string text = osm::test::FaultText([&] { RecomputeStorage(g.m, false); });
+        for (const char* part : parts) EXPECT_NE(text.find(part), std::string::npos) << part << " not in " << text;
+    }
+    // A lone row above 0 runs its segment from the origin: 900 ft3 at 4000 cfs
+    // gives 225 ft3 a slice of 1000 cfs, the last one included.
+    Geometry lone("Discharge,Vol_S,Vol_M,Vol_L\r\n4000,100,200,400\r\n");
+    RecomputeStorage(lone.m, false);
+    for (int s = 1; s <= 5; ++s) EXPECT_NEAR(lone.sd.SandPot(s, 2, 1), (s == 1 ? 225 : 450) * G, 1e-3 * G) << s;
 }
 
 // The bed areas belong to reaches 2..12; a reach file running other reaches is
