@@ -5,7 +5,7 @@
 set -euo pipefail
 
 packages=(build-essential cmake pkg-config python3 libsqlite3-dev libfreexl-dev
-          libgtest-dev libgmock-dev libbenchmark-dev libglpk-dev
+          libgtest-dev libgmock-dev libbenchmark-dev libglpk-dev libnetcdf-dev
           qt6-base-dev qt6-charts-dev qt6-svg-dev libqt6opengl6-dev xvfb xauth
           clang libclang-rt-14-dev llvm)
 

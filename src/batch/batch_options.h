@@ -15,6 +15,7 @@ struct Options {
     bool overlay = false;
     std::string dumpFile;
     std::string csvFile;
+    std::string netcdfFile;
     std::optional<std::vector<int>> vars;     // graph-table rows, from 0
     std::optional<std::vector<int>> reaches;  // reach numbers
     std::map<std::string, std::string> files;  // replaced default files by kind
@@ -24,6 +25,12 @@ struct Options {
     bool processHydro = false;
     std::string hydroFrom, hydroOut, hydroTitle;
     bool help = false;
+    // Many runs: "compare" (scenarios, the first the base) or "ensemble" (a spec).
+    std::string command;
+    std::vector<std::string> scenarios;
+    std::string specFile;
+    std::string outDir = ".";
+    int jobs = 0;  // 0: one per core
 };
 
 // Parses argv; a bad command line throws UsageError with the reason.

@@ -6,10 +6,12 @@
 #include <optional>
 
 #include "batch/batch_options.h"
+#include "batch/many_runs_command.h"
 #include "batch/progress_bar.h"
 #include "core/fault.h"
 #include "core/model.h"
 #include "core/numbers.h"
+#include "core/provenance.h"
 #include "core/reaches.h"
 #include "core/run_driver.h"
 #include "hydrology/policy_file.h"
@@ -19,6 +21,8 @@
 #include "presentation/graph_table.h"
 #include "presentation/results_csv.h"
 #include "presentation/results_dump.h"
+#include "presentation/results_netcdf.h"
+#include "presentation/run_set.h"
 
 namespace {
 
@@ -131,13 +135,28 @@ int processHydro(Model& m, const batch::Options& o, batch::ProgressBar& bar, con
     return 0;
 }
 
-// The dump and the CSV of one run: both are written out before either replaces
-// its old file, so a failure leaves the old pair.
-void writeOutputs(Model& m, const batch::Options& o) {
-    std::optional<TextWriter> dump, csv;
-    if (!o.dumpFile.empty()) DumpResults(m, dump.emplace(o.dumpFile));
-    if (!o.csvFile.empty()) WriteResultsCsv(m, csv.emplace(o.csvFile));
-    CommitAll({dump ? &*dump : nullptr, csv ? &*csv : nullptr});
+// The dump and the CSV of one run with their provenance sidecars: all are
+// written out before any replaces its old file, so a failure leaves the old
+// files. The NetCDF file, a whole of its own, follows.
+void writeOutputs(Model& m, const batch::Options& o, const Provenance& p) {
+    std::optional<TextWriter> dump, csv, dumpJson, csvJson;
+    if (!o.dumpFile.empty()) {
+        DumpResults(m, dump.emplace(o.dumpFile));
+        dumpJson.emplace(o.dumpFile + ".json").Bare(ProvenanceJson(p, o.dumpFile));
+    }
+    if (!o.csvFile.empty()) {
+        WriteResultsCsv(m, csv.emplace(o.csvFile));
+        csvJson.emplace(o.csvFile + ".json").Bare(ProvenanceJson(p, o.csvFile));
+    }
+    const auto opt = [](std::optional<TextWriter>& w) { return w ? &*w : nullptr; };
+    CommitAll({opt(dump), opt(csv), opt(dumpJson), opt(csvJson)});
+    if (!o.netcdfFile.empty()) {
+        RunSet set = RunSetFor(m, m.main.NYears);
+        set.provenance = p;
+        for (int slot = 0; slot <= m.main.NRuns; ++slot)
+            set.runs.push_back(TakeRun(set, m, slot, m.main.RunScenario.at(static_cast<size_t>(slot))));
+        WriteResultsNetcdf(set, m.graphs, o.netcdfFile);
+    }
 }
 
 }  // namespace
@@ -154,6 +173,7 @@ int main(int argc, char** argv) {
         std::cout << batch::UsageText();
         return 0;
     }
+    InputLog inputs;
     batch::ProgressBar bar(stderr);
     CountingMessages messages(bar);
     Model m;
@@ -172,13 +192,19 @@ int main(int argc, char** argv) {
             listVars(m);
             return 0;
         }
-        chooseDump(m, o);
+        if (o.command.empty()) chooseDump(m, o);
     } catch (const batch::UsageError& e) {
         std::cerr << "osm-batch: " << e.text << "\n";
         return 2;
     } catch (const std::exception& e) {
         std::cerr << "osm-batch: start-up failed: " << e.what() << "\n";
         return 1;
+    }
+    if (!o.command.empty()) {
+        const int status = o.command == "compare" ? batch::Compare(m, o, inputs.files(), bar)
+                                                  : batch::Ensemble(m, o, inputs.files(), bar);
+        messages.Summary();
+        return status;
     }
     const int startYr = o.startYear.value_or(m.main.StartYr);
     const int years = o.years.value_or(m.main.NYears);
@@ -197,7 +223,7 @@ int main(int argc, char** argv) {
         status = 1;
     }
     try {
-        writeOutputs(m, o);
+        writeOutputs(m, o, MakeProvenance(m.main.PhysOnly, startYr, years, inputs.files()));
     } catch (const std::exception& e) {
         std::cerr << "osm-batch: " << e.what() << "\n";
         status = 1;

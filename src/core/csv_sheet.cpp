@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "core/fault.h"
+#include "core/provenance.h"
 
 namespace osm {
 
@@ -87,6 +88,7 @@ std::vector<CsvRecord> ParseCsv(std::string_view text, const std::string& fileNa
 std::string ReadWholeFile(const std::filesystem::path& path) {
     std::ifstream in(path, std::ios::binary);
     if (!in) throw FileFault(path.string(), "cannot be opened for reading");
+    InputLog::Note(path.string());
     std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
     if (in.bad()) throw FileFault(path.string(), "could not be read to the end");
     return text;

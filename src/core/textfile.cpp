@@ -12,6 +12,7 @@
 
 #include "core/fault.h"
 #include "core/numbers.h"
+#include "core/provenance.h"
 
 namespace osm {
 
@@ -20,6 +21,7 @@ namespace fs = std::filesystem;
 TextReader::TextReader(const std::string& path, Mode mode) : path_(path), mode_(mode) {
     std::ifstream in(path, std::ios::binary);
     if (!in) throw FileFault(path, "cannot open the file (missing or unreadable)");
+    InputLog::Note(path);
     std::ostringstream ss;
     ss << in.rdbuf();
     buf_ = ss.str();

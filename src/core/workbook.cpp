@@ -16,6 +16,7 @@
 #include "core/csv_sheet.h"
 #include "core/fault.h"
 #include "core/numbers.h"
+#include "core/provenance.h"
 #include "core/textfile.h"
 
 namespace fs = std::filesystem;
@@ -224,6 +225,7 @@ public:
             throw FileFault(path, "is not a legacy Excel workbook that can be read (FreeXL error " +
                                       std::to_string(rc) + ")");
         }
+        InputLog::Note(path);
     }
     ~XlsFile() {
         if (handle_) freexl_close(handle_);

@@ -1,9 +1,11 @@
 #include "presentation/results_csv.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "core/model.h"
 #include "core/textfile.h"
+#include "presentation/run_set.h"
 
 namespace osm {
 
@@ -27,6 +29,19 @@ void WriteResultsCsv(const Model& m, TextWriter& out) {
                         out.Number(mn.Results(run, v, s, r, c));
                         out.EndRecord();
                     }
+}
+
+void WriteRunCsv(const RunSet& set, size_t run, TextWriter& out) {
+    out.Line("run,var,sub,reach,month,value");
+    for (size_t row = 0; row < set.rows.size(); ++row)
+        for (int r = set.firstReach; r <= set.lastReach; ++r)
+            for (int c = 1; c <= set.runs[run].months; ++c) {
+                out.Number(0).Number(set.rows[row].first).Number(set.rows[row].second).Number(r).Number(c);
+                const float x = set.at(run, row, r, c);
+                if (std::isnan(x)) out.Bare("");
+                else out.Number(x);
+                out.EndRecord();
+            }
 }
 
 }  // namespace osm
