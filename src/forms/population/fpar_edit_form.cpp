@@ -99,7 +99,7 @@ FparEditForm::FparEditForm(Model& m, QWidget* parent) : QWidget(parent, Qt::Wind
     all->addWidget(scroll);
     all->addWidget(lbNote);
     ShowPars();
-    resize(900, 640);
+    resize(1100, 680);
 }
 
 QLineEdit* FparEditForm::Box(const QString& field, int i) const {
@@ -126,7 +126,7 @@ void FparEditForm::ShowPars() {
         auto* b = new QLineEdit(grid_);
         b->setObjectName(QStringLiteral("%1_%2").arg(name).arg(i));
         b->setToolTip(tip);
-        b->setMinimumWidth(80);
+        b->setMinimumWidth(110);
         layout_->addWidget(b, row, i);
         boxes_[name].push_back(b);
         return b;

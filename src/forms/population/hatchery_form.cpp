@@ -55,7 +55,9 @@ void HatcheryForm::ShowPars() {
             boxes.push_back(b);
             return b;
         };
-        box(basejuv, "basejuv", 1, QString::fromStdString(Format(ps.BaseJuv(i), "#.###")))->setReadOnly(true);
+        QLineEdit* base = box(basejuv, "basejuv", 1, QString::fromStdString(Format(ps.BaseJuv(i), "#.###")));
+        base->setReadOnly(true);  // shown only: the equilibrium of the parameters
+        base->setStyleSheet(QStringLiteral("QLineEdit { background: palette(window); }"));
         WatchNumber(box(fert, "fert", 2, SingleText(ps.fert(i))), lbNote,
                     NumberCheck(QStringLiteral("Hatch.add/yr of ") + sp, 0, 1e9, false),
                     [this, i](double v) { m_.popsubs.fert(i) = Sng(v); });

@@ -192,6 +192,7 @@ void TrophicLinksForm::Command1_Click() {
     picture->update();
     ShowText(PredProp, QString());
     ShowText(FoodProp, QString());
+    lbNote->clear();
 }
 
 }  // namespace osm

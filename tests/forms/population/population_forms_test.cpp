@@ -43,6 +43,17 @@ void type(QLineEdit* box, const QString& text) {
 
 QString num(float x) { return QString::fromStdString(osm::NumText(x)); }
 
+// With OSM_FORM_SHOTS naming a folder, a form is also saved there as a picture,
+// to be looked at as a user sees it (run under Xvfb with QT_QPA_PLATFORM=xcb).
+void shoot(QWidget& form, const char* name) {
+    const QString folder = qEnvironmentVariable("OSM_FORM_SHOTS");
+    if (folder.isEmpty()) return;
+    form.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&form));
+    QTest::qWait(200);
+    QVERIFY(form.grab().save(folder + QLatin1Char('/') + QLatin1String(name) + QStringLiteral(".png")));
+}
+
 }  // namespace
 
 class PopulationFormsTest : public QObject {
@@ -98,6 +109,7 @@ private slots:
         type(f.Box("RcJuv", 1), QStringLiteral("16"));
         QCOMPARE(ps().Sejuv(1), 0.6f);
         QCOMPARE(f.Box("Sejuv", 1)->text(), QStringLiteral("0.6"));
+        shoot(f, "fpar_edit");
     }
 
     // Buttons for every species and food type, a line for every link; a new
@@ -138,6 +150,7 @@ private slots:
         QVERIFY(!f.picture->lines.count({2, 1}));
         QCOMPARE(f.PredProp->text(), QString());
         f.grab();  // the picture draws the lines that are left
+        shoot(f, "trophic_links");
     }
 
     // The base recruits of the equilibrium worked by hand for the small river's
@@ -164,6 +177,7 @@ private slots:
         // Opened on the default data, every species has its row.
         osm::HatcheryForm d(data);
         QCOMPARE(int(d.fert.size()), int(ps().NSpecies));
+        shoot(d, "hatchery");
     }
 
     // The editors opened from the menus show a population file loaded while
@@ -195,6 +209,22 @@ private slots:
         QCOMPARE(int(pred->picture->lines.size()), 3);
         w.Entry("mnupopdyn")->trigger();  // the one open instance comes forward
         QCOMPARE(int(w.findChildren<osm::FparEditForm*>().size()), 1);
+
+        // What the editors change is saved and read back.
+        type(fpar->Box("alphamax", 1), QStringLiteral("1.75"));
+        type(osm::HatcheryForm::At(hatch->fertyr2, 2), QStringLiteral("9"));
+        pred->SelectPair(2, 1);
+        type(pred->FoodProp, QStringLiteral("0.25"));
+        dialogs.answer = QString::fromStdString(s->folder.File("edited.fis"));
+        w.Entry("MnuSavePopPars")->trigger();
+        osm::Model again;
+        osm::StartUp(again, osm::StartOptions{s->folder.path(), false, {{"fis", s->folder.File("edited.fis")}}});
+        QCOMPARE(again.popsubs.alphamax(1), 1.75f);
+        QCOMPARE(again.popsubs.fertyr2(2), 9.0f);
+        QCOMPARE(int(again.popsubs.NLinks), 4);
+        QCOMPARE(int(again.popsubs.LinkPred(4)), 2);
+        QCOMPARE(again.popsubs.LinkDiet(4), 0.25f);
+        QCOMPARE(again.popsubs.LinkMort(4), 0.0f);
     }
 
     // A population file with no species: every editor opens on nothing but the
