@@ -24,6 +24,7 @@
 #include "forms/legend_editor_form.h"
 #include "forms/maps_form.h"
 #include "forms/population/fpar_edit_form.h"
+#include "forms/population/habitat_links_form.h"
 #include "forms/population/hatchery_form.h"
 #include "forms/population/trophic_links_form.h"
 #include "forms/profiles_form.h"
@@ -192,7 +193,8 @@ void MainWindow::buildMenus() {
     connect(add(animal, "mnupopdyn", "Population dynamics parameters"), &QAction::triggered, this, [this] {
         populationEditor<FparEditForm>(fparEdit_);
     });
-    add(animal, "mnupophab", "Habitat linkage relationships");
+    connect(add(animal, "mnupophab", "Habitat linkage relationships"), &QAction::triggered, this,
+            [this] { populationEditor<HabitatLinksForm>(fishhabe_); });
     add(animal, "mnuTribHab", "Tributary/Backwater Habitat");
     connect(add(animal, "trophlink", "Trophic linkages"), &QAction::triggered, this, [this] {
         populationEditor<TrophicLinksForm>(frmPred_);
@@ -220,7 +222,7 @@ void MainWindow::buildMenus() {
     // disabled.
     for (const char* later :
          {"mnuSaveRec", "MnuPopharv",
-          "mnuSed", "mnubaseprod", "mnuVegetation", "mnuReachPop", "mnupophab",
+          "mnuSed", "mnubaseprod", "mnuVegetation", "mnuReachPop",
           "mnuTribHab", "mnuTrout", "mnuRaft", "mnuCultural", "mnuCross"})
         Entry(QString::fromLatin1(later))->setEnabled(false);
 }

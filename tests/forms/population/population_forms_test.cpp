@@ -5,10 +5,13 @@
 // made during a pause counting from the next year.
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTableWidget>
+#include <QToolButton>
 #include <QTimer>
 #include <QtTest/QtTest>
 
@@ -18,7 +21,9 @@
 #include "forms/file_dialogs.h"
 #include "forms/forms_observer.h"
 #include "forms/main_window.h"
+#include "core/run_driver.h"
 #include "forms/population/fpar_edit_form.h"
+#include "forms/population/habitat_links_form.h"
 #include "forms/population/hatchery_form.h"
 #include "forms/population/trophic_links_form.h"
 #include "forms/status_form.h"
@@ -153,6 +158,84 @@ private slots:
         shoot(f, "trophic_links");
     }
 
+    // A species at a time: the chosen link's cells and scale go into the curve
+    // tables, a value on a link that was off turns it on, "remove" turns it
+    // off; the vulnerabilities, the month of age 1, the flag; bad text refused;
+    // after a first year the axis ends in the variable's units.
+    void fishhabe() {
+        osm::HabitatLinksForm f(data);
+        QCOMPARE(f.windowTitle(), QStringLiteral("Edit anmal habitat dependencies"));
+        QCOMPARE(f.cbSpecies->count(), int(ps().NSpecies));
+        QCOMPARE(f.Species(), 1);
+        QCOMPARE(int(f.panels.size()), 18);
+        QCOMPARE(f.findChild<QLabel*>(QStringLiteral("lbEffect_2"))->text(), QString::fromStdString(ps().HabEffectName(2)));
+        f.cbSpecies->setCurrentIndex(2);
+        QCOMPARE(f.Species(), 3);
+
+        // Variable 1 on effect 2: linked for every species of the default data.
+        QCOMPARE(ps().HabLinked(3, 1, 2), int16_t{-1});
+        f.panels[1].title->click();
+        QCOMPARE(f.Panel(), 1);
+        QCOMPARE(f.panels[1].baseval->text(), QStringLiteral("n.a."));  // no first year yet
+        QCOMPARE(f.gdCurve->item(4, 0)->text(), num(ps().HabCurve(3, 1, 2, 5)));
+        f.gdCurve->item(4, 0)->setText(QStringLiteral("1.5"));
+        QCOMPARE(ps().HabCurve(3, 1, 2, 5), 1.5f);
+        f.gdCurve->item(5, 0)->setText(QStringLiteral("abc"));
+        QCOMPARE(f.gdCurve->item(5, 0)->text(), num(ps().HabCurve(3, 1, 2, 6)));
+        QVERIFY(f.lbNote->text().contains(QStringLiteral("not a number")));
+        f.gdCurve->item(5, 0)->setText(QStringLiteral("11"));
+        QVERIFY(f.lbNote->text().contains(QStringLiteral("out of range")));
+        type(f.txScale, QStringLiteral("12"));
+        QCOMPARE(ps().HabScale(3, 1, 2), 12.0f);
+        type(f.txScale, QStringLiteral("25"));
+        QCOMPARE(ps().HabScale(3, 1, 2), 12.0f);
+        type(f.setwhen, QStringLiteral("20"));
+        type(f.dur, QStringLiteral("8"));
+        type(f.setwhere, QStringLiteral("3"));
+        QCOMPARE(ps().setwhen(3, 1, 2), int16_t{20});
+        QCOMPARE(ps().dur(3, 1, 2), int16_t{8});
+        QCOMPARE(ps().setwhere(3, 1, 2), int16_t{3});
+        type(f.setwhere, QStringLiteral("99"));
+        QCOMPARE(ps().setwhere(3, 1, 2), int16_t{3});
+
+        // Variable 5 on effect 3, off: a value links it, with the middle scale.
+        const int j = 14;
+        QCOMPARE(ps().HabLinked(3, 5, 3), int16_t{0});
+        f.SelectPanel(j);
+        QVERIFY(!f.panels[j].Patternclear->isEnabled() && !f.txScale->isEnabled());
+        f.gdCurve->item(9, 0)->setText(QStringLiteral("2"));
+        QCOMPARE(ps().HabLinked(3, 5, 3), int16_t{-1});
+        QCOMPARE(ps().HabScale(3, 5, 3), 10.0f);
+        QCOMPARE(ps().HabCurve(3, 5, 3, 10), 2.0f);
+        QCOMPARE(f.txScale->text(), QStringLiteral("10"));
+        QVERIFY(f.panels[j].title->font().bold());
+        f.panels[j].Patternclear->click();
+        QCOMPARE(ps().HabLinked(3, 5, 3), int16_t{0});
+        QVERIFY(!f.panels[j].title->font().bold());
+
+        f.gdVulTime->item(2, 0)->setText(QStringLiteral("2.5"));
+        QCOMPARE(ps().VulMonth(3, 3), 2.5f);
+        type(f.breedtime, QStringLiteral("13"));
+        QCOMPARE(f.breedtime->text(), num(ps().breedtime(3)));
+        type(f.breedtime, QStringLiteral("4"));
+        QCOMPARE(ps().breedtime(3), int16_t{4});
+        const bool flag = ps().SetHabFlag(3);
+        f.SetHabFlag->click();
+        QCOMPARE(ps().SetHabFlag(3), !flag);
+        shoot(f, "fishhabe");
+
+        // After a year of the small river the trout's stage range on the risk
+        // (scale 10) ends its axis at twice the first-year mean.
+        auto s = osm::test::StartSmallModel(false);
+        osm::RunObserver quiet;
+        osm::StartRun(s->m, quiet, 48, 1);
+        osm::HabitatLinksForm g(s->m);
+        const float mean = s->m.popsubs.HabMean(1, 1, 0);
+        QVERIFY(mean > 0);
+        QCOMPARE(g.panels[1].baseval->text(), QString::fromStdString(osm::Format(20.0 / 10 * mean, "####.#")));
+        QCOMPARE(g.panels[0].baseval->text(), QStringLiteral("n.a."));
+    }
+
     // The base recruits of the equilibrium worked by hand for the small river's
     // chub: Alpha0 = 0.2 * 0.35 / (1 - 0.8^4), R0 = 0.36 * 4 / (0.8/0.2 Alpha0 +
     // 0.35) / 0.45^3 = 19.1718; the stocking fields go into the record.
@@ -191,6 +274,7 @@ private slots:
         w.Entry("mnupopdyn")->trigger();
         w.Entry("trophlink")->trigger();
         w.Entry("mnupophatch")->trigger();
+        w.Entry("mnupophab")->trigger();
         auto* fpar = w.findChild<osm::FparEditForm*>();
         auto* pred = w.findChild<osm::TrophicLinksForm*>();
         auto* hatch = w.findChild<osm::HatcheryForm*>();
@@ -207,6 +291,7 @@ private slots:
         QCOMPARE(fpar->Box("sbase", 2)->text(), QStringLiteral("0.8"));
         QCOMPARE(osm::HatcheryForm::At(hatch->fert, 1)->text(), QStringLiteral("0"));
         QCOMPARE(int(pred->picture->lines.size()), 3);
+        QCOMPARE(w.findChild<osm::HabitatLinksForm*>()->cbSpecies->count(), 2);
         w.Entry("mnupopdyn")->trigger();  // the one open instance comes forward
         QCOMPARE(int(w.findChildren<osm::FparEditForm*>().size()), 1);
 
@@ -239,13 +324,17 @@ private slots:
         w.Entry("MnuPopParLoad")->trigger();
         QCOMPARE(s->m.popsubs.NSpecies, int16_t{0});
         QVERIFY(seen.seen.empty());
-        for (const char* entry : {"mnupopdyn", "trophlink", "mnupophatch"}) w.Entry(entry)->trigger();
+        for (const char* entry : {"mnupopdyn", "trophlink", "mnupophatch", "mnupophab"}) w.Entry(entry)->trigger();
         auto* pred = w.findChild<osm::TrophicLinksForm*>();
         QCOMPARE(int(pred->PredType.size()), 3);
         QCOMPARE(pred->Pred(), 0);
         QVERIFY(!pred->PredProp->isEnabled());
         QVERIFY(!w.findChild<osm::FparEditForm*>()->Box("alpha", 1));
         QVERIFY(w.findChild<osm::HatcheryForm*>()->fert.empty());
+        auto* hab = w.findChild<osm::HabitatLinksForm*>();
+        QCOMPARE(hab->Species(), 0);
+        QVERIFY(!hab->gdCurve->isEnabled());
+        QCOMPARE(hab->panels[1].baseval->text(), QStringLiteral("n.a."));
     }
 
     // Stocking typed while the run waits at the end of year 1 enters year 2.
