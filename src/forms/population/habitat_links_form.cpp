@@ -18,7 +18,7 @@
 
 #include "core/model.h"
 #include "core/numbers.h"
-#include "forms/hydrology/field_check.h"
+#include "forms/field_check.h"
 #include "forms/population/population_entries.h"
 #include "population/population_editors.h"
 
