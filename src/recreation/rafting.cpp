@@ -77,6 +77,14 @@ int16_t sizeCode(const std::string& letter) {
     return 0;
 }
 
+// Whether the beach curves of run reach r read a campsite at some fullness.
+bool beachesOffer(const Model& m, int r) {
+    for (int k = 1; k <= 3; ++k)
+        for (int i = 1; i <= BeachCurvePoints; ++i)
+            if (m.sediment.BeachCurve(i, k, r) > 0) return true;
+    return false;
+}
+
 void readCamps(Model& m, Database& links, Rec& rc) {
     const Main& mn = m.main;
     Cursor camps = links.Query("SELECT * FROM Camps ORDER BY MILE");
@@ -92,6 +100,13 @@ void readCamps(Model& m, Database& links, Rec& rc) {
                                  ? ""
                                  : std::string(1, static_cast<char>(std::toupper(static_cast<unsigned char>(size[0]))));
         const int r = ReachOfMileInclusive(m, rc.CampMile(c));
+        // The parties of a camp in a run reach whose beaches can offer no campsite
+        // would be stored as use of a capacity of 0: a million times over.
+        if (r >= mn.FirstReach && r <= mn.LastReach && !beachesOffer(m, r))
+            throw Fault(mn.PhysicalXls + ", sheet CampingBeaches: the camp at mile " + camps.Field("MILE").text() +
+                        " (INDEX " + camps.Field("INDEX").text() + ") lies in reach " + NumText(r) +
+                        ", whose beach curves in " + mn.PhyFile +
+                        " offer no campsite at any fullness; move the camp or draw the reach's curves");
         rc.CampReach(c) = static_cast<int16_t>(r);
         if (r != before) rc.CampFirst(r) = static_cast<int16_t>(c);
         before = r;

@@ -1,7 +1,7 @@
 // Bad input: mutated copies of the small test river, each run through the batch
-// runner. Every run must either end with exit status 0 and finite results, or
-// with exit status 1 and a message that names the mutated file; never a signal,
-// a sanitizer report or a hang. The mutations are drawn from a fixed seed, so
+// runner. Every run must either end with exit status 0 and finite, plausible
+// results, or with exit status 1 and a message that names the mutated file;
+// never a signal, a sanitizer report or a hang. The mutations are drawn from a fixed seed, so
 // every run of the test makes the same ones.
 #include <gtest/gtest.h>
 
@@ -133,6 +133,23 @@ std::string firstNonFinite(const std::string& csv) {
     return "";
 }
 
+// Campsite use (variable 11) is the share of the camp-nights the beaches offer:
+// a few at most. Parties stored against beaches that offer no campsite read as
+// millions.
+std::string firstImplausible(const std::string& csv) {
+    std::istringstream in(csv);
+    std::string line;
+    std::getline(in, line);  // the heads: run,var,sub,reach,month,value
+    while (std::getline(in, line)) {
+        std::istringstream fields(line);
+        std::string run, var;
+        std::getline(fields, run, ',');
+        std::getline(fields, var, ',');
+        if (var == "11" && std::strtod(line.substr(line.rfind(',') + 1).c_str(), nullptr) > 1000) return line;
+    }
+    return "";
+}
+
 class MutatedRiver : public testing::TestWithParam<std::string> {};
 
 TEST_P(MutatedRiver, IsRefusedByNameOrRunsToFiniteResults) {
@@ -161,6 +178,7 @@ TEST_P(MutatedRiver, IsRefusedByNameOrRunsToFiniteResults) {
         EXPECT_EQ(err.find("runtime error:"), std::string::npos) << err;
         if (code == 0) {
             EXPECT_EQ(firstNonFinite(f.Read("r.csv")), "") << "a result that is not a finite number";
+            EXPECT_EQ(firstImplausible(f.Read("r.csv")), "") << "campsite use beyond any capacity";
         } else {
             EXPECT_EQ(code, 1) << err;
             EXPECT_NE(lower(err).find(lower(nameOf(file))), std::string::npos)

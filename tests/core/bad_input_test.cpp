@@ -183,3 +183,27 @@ TEST(BadInput, DiurnalCodesOutsideTheListAreNamedWithTheCodesThatExist) {
     EXPECT_TRUE(Holds(FaultText([&] { MonthlyFlows(m, 1, 1); }),
                       {"nothing.sts of diurnal code 2 (year 1948, named in", "diurnal_scenarios.txt) is missing"}));
 }
+
+// A camp in a run reach whose beach curves offer no campsite had its parties
+// stored against a capacity of 0: campsite use in the tens of millions.
+TEST(BadInput, ACampWhereTheBeachesOfferNoCampsiteIsRefused) {
+    const std::string text = startFault([](const TestFolder& f) {
+        std::string phy = f.Read("default.phy");
+        for (int k = 1; k <= 3; ++k) {
+            const size_t key = phy.find("\"BeachMax-3-" + std::to_string(k) + "\"");
+            const size_t from = phy.find("\r\n", key) + 2;
+            std::string zeros = "0";
+            for (int i = 2; i <= 50; ++i) zeros += ",0";
+            phy.replace(from, phy.find("\r\n", from) - from, zeros);
+        }
+        f.Write("default.phy", phy);
+    });
+    EXPECT_TRUE(Holds(text, {"sheet CampingBeaches", "the camp at mile 5.15", "(INDEX 28) lies in reach 3",
+                             "default.phy offer no campsite"}));
+    // A camp above the run reaches is stored nowhere and stays allowed.
+    TestFolder ok;
+    test::WriteSmallRiver(ok);
+    edit(ok, "physical.xls/CampingBeaches.csv", "0.290000,", "-15.5,M,37,1");
+    Model m;
+    EXPECT_NO_THROW(StartUp(m, StartOptions{ok.path(), true, {}}));
+}

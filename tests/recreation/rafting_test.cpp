@@ -41,6 +41,9 @@ struct CampRiver {
                                                      "2,\"Upper\",0.5,120\r\n3,\"Lower\",120,260\r\n"));
         m.main.PhysicalXls = folder.File("physical.xls");
         m.messages = &messages;
+        // Beaches that offer a campsite of each size in both run reaches.
+        for (int r = 2; r <= 3; ++r)
+            for (int k = 1; k <= 3; ++k) m.sediment.BeachCurve(50, k, r) = 1;
         // Type 1: two days of 113 miles, 30 people, large camps only. Type 2: three
         // days of 75.33 miles, 10 people, any camp.
         Rec& rc = m.rec;

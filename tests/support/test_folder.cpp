@@ -166,6 +166,13 @@ void writeScenarios(const TestFolder& f) {
     sd.CFSLowBeachLimit = 20000;
     sd.CFSHighBeachLimit = 45000;
     sd.BaseBeachRelFull = 0.5f;
+    // Beaches of both run reaches offer up to 2.5, 5 and 7.5 campsites of the
+    // three sizes as they fill.
+    for (int r = 2; r <= 3; ++r)
+        for (int k = 1; k <= 3; ++k) {
+            sd.BeachMax(k, r) = static_cast<int16_t>(10);
+            for (int i = 1; i <= 50; ++i) sd.BeachCurve(i, k, r) = 0.05f * static_cast<float>(i * k);
+        }
     m.physical.HeatEx = 0.0001f;
     WritePhyFile(m, f.File("default.phy"));
 }
