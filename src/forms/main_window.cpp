@@ -25,6 +25,7 @@
 #include "forms/maps_form.h"
 #include "forms/population/fpar_edit_form.h"
 #include "forms/population/habitat_links_form.h"
+#include "forms/population/harvest_form.h"
 #include "forms/population/hatchery_form.h"
 #include "forms/population/trophic_links_form.h"
 #include "forms/profiles_form.h"
@@ -179,7 +180,8 @@ void MainWindow::buildMenus() {
     on(add(policy, "mnuOSDRelease", "Set OSD Release Hydrograph (Diurnal/Spike)"), &MainWindow::mnuOSDRelease_Click);
     on(add(policy, "mnuHydSedInput", "Set OSD Monthly Hydrograph/Tributary Flow"), &MainWindow::mnuHydSedInput_Click);
     on(add(policy, "setexptemp", "Set OSD outflow temperature"), &MainWindow::setexptemp_Click);
-    add(policy, "MnuPopharv", "Animal harvest rates");
+    connect(add(policy, "MnuPopharv", "Animal harvest rates"), &QAction::triggered, this,
+            [this] { populationEditor<HarvestForm>(fishing_); });
     connect(add(policy, "mnupophatch", "Hatchery production"), &QAction::triggered, this, [this] {
         populationEditor<HatcheryForm>(hatchMan_);
     });
@@ -221,7 +223,7 @@ void MainWindow::buildMenus() {
     // Entries whose forms are not part of the program yet stay in their place,
     // disabled.
     for (const char* later :
-         {"mnuSaveRec", "MnuPopharv",
+         {"mnuSaveRec",
           "mnuSed", "mnubaseprod", "mnuVegetation", "mnuReachPop",
           "mnuTribHab", "mnuTrout", "mnuRaft", "mnuCultural", "mnuCross"})
         Entry(QString::fromLatin1(later))->setEnabled(false);

@@ -119,7 +119,7 @@ private:
     MapsForm* maps_;
     std::map<QString, QAction*> entries_;
     QPointer<QWidget> policy_, patterns_, temp_;
-    QPointer<QWidget> fparEdit_, frmPred_, fishhabe_, hatchMan_;
+    QPointer<QWidget> fparEdit_, frmPred_, fishhabe_, fishing_, hatchMan_;
 };
 
 }  // namespace osm

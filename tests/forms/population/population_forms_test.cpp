@@ -24,6 +24,7 @@
 #include "core/run_driver.h"
 #include "forms/population/fpar_edit_form.h"
 #include "forms/population/habitat_links_form.h"
+#include "forms/population/harvest_form.h"
 #include "forms/population/hatchery_form.h"
 #include "forms/population/trophic_links_form.h"
 #include "forms/status_form.h"
@@ -222,6 +223,7 @@ private slots:
         const bool flag = ps().SetHabFlag(3);
         f.SetHabFlag->click();
         QCOMPARE(ps().SetHabFlag(3), !flag);
+        f.SelectPanel(1);
         shoot(f, "fishhabe");
 
         // After a year of the small river the trout's stage range on the risk
@@ -234,6 +236,31 @@ private slots:
         QVERIFY(mean > 0);
         QCOMPARE(g.panels[1].baseval->text(), QString::fromStdString(osm::Format(20.0 / 10 * mean, "####.#")));
         QCOMPARE(g.panels[0].baseval->text(), QStringLiteral("n.a."));
+    }
+
+    // A column of harvest rates for each species, a row for each year of the
+    // run; the minimum age taken is a whole number.
+    void fishing() {
+        osm::HarvestForm f(data);
+        QCOMPARE(f.windowTitle(), QStringLiteral("Edit harvest mortality rates over time"));
+        QCOMPARE(f.gdHarvest->columnCount(), int(ps().NSpecies));
+        QCOMPARE(f.gdHarvest->rowCount(), 100);
+        QCOMPARE(f.gdHarvest->item(9, 2)->text(), num(ps().HarvestRate(3, 10)));
+        f.gdHarvest->item(29, 2)->setText(QStringLiteral("0.5"));
+        QCOMPARE(ps().HarvestRate(3, 30), 0.5f);
+        QCOMPARE(ps().HarvestRate(3, 31), 0.05f);
+        f.gdHarvest->item(30, 2)->setText(QStringLiteral("1.5"));
+        QCOMPARE(ps().HarvestRate(3, 31), 0.05f);
+        QCOMPARE(f.gdHarvest->item(30, 2)->text(), QStringLiteral("0.05"));
+        QVERIFY(f.lbNote->text().contains(QStringLiteral("out of range")));
+
+        QCOMPARE(osm::HarvestForm::At(f.agef, 3)->text(), num(ps().MinAgeTaken(3)));
+        type(osm::HarvestForm::At(f.agef, 3), QStringLiteral("3"));
+        QCOMPARE(ps().MinAgeTaken(3), int16_t{3});
+        type(osm::HarvestForm::At(f.agef, 3), QStringLiteral("2.5"));
+        QCOMPARE(ps().MinAgeTaken(3), int16_t{3});
+        QVERIFY(f.lbNote->text().contains(QStringLiteral("minimum age taken")));
+        shoot(f, "harvest");
     }
 
     // The base recruits of the equilibrium worked by hand for the small river's
@@ -275,6 +302,7 @@ private slots:
         w.Entry("trophlink")->trigger();
         w.Entry("mnupophatch")->trigger();
         w.Entry("mnupophab")->trigger();
+        w.Entry("MnuPopharv")->trigger();
         auto* fpar = w.findChild<osm::FparEditForm*>();
         auto* pred = w.findChild<osm::TrophicLinksForm*>();
         auto* hatch = w.findChild<osm::HatcheryForm*>();
@@ -292,6 +320,7 @@ private slots:
         QCOMPARE(osm::HatcheryForm::At(hatch->fert, 1)->text(), QStringLiteral("0"));
         QCOMPARE(int(pred->picture->lines.size()), 3);
         QCOMPARE(w.findChild<osm::HabitatLinksForm*>()->cbSpecies->count(), 2);
+        QCOMPARE(w.findChild<osm::HarvestForm*>()->gdHarvest->columnCount(), 2);
         w.Entry("mnupopdyn")->trigger();  // the one open instance comes forward
         QCOMPARE(int(w.findChildren<osm::FparEditForm*>().size()), 1);
 
@@ -324,7 +353,8 @@ private slots:
         w.Entry("MnuPopParLoad")->trigger();
         QCOMPARE(s->m.popsubs.NSpecies, int16_t{0});
         QVERIFY(seen.seen.empty());
-        for (const char* entry : {"mnupopdyn", "trophlink", "mnupophatch", "mnupophab"}) w.Entry(entry)->trigger();
+        for (const char* entry : {"mnupopdyn", "trophlink", "mnupophatch", "mnupophab", "MnuPopharv"}) w.Entry(entry)->trigger();
+        QCOMPARE(w.findChild<osm::HarvestForm*>()->gdHarvest->columnCount(), 0);
         auto* pred = w.findChild<osm::TrophicLinksForm*>();
         QCOMPARE(int(pred->PredType.size()), 3);
         QCOMPARE(pred->Pred(), 0);
